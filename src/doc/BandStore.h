@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+namespace kestrune {
+
+/// Rows of bytes kept in bands of whole rows, shared copy-on-write: a copy shares every band, the first write to a band
+/// makes that band private. Rows are contiguous; two rows of different bands are not neighbours in memory.
+class CBandStore {
+public:
+    CBandStore() = default;
+    /// Contents undefined (a page of the system's zeroes where the system gives one). Throws std::bad_alloc.
+    CBandStore(int nRows, std::size_t nRowBytes);
+
+    int Rows() const { return m_nRows; }
+    std::size_t RowBytes() const { return m_nRowBytes; }
+    int BandRows() const { return m_nBandRows; }
+
+    const std::uint8_t* Row(int y) const { return m_bands[Band(y)]->data.get() + Offset(y); }
+
+    /// A row to write to. Not to be called from several threads for rows of one band; parallel kernels call `Detach` first.
+    std::uint8_t* WriteRow(int y);
+
+    /// Makes the bands of the rows [y0, y1) private, after which `WriteRow` of those rows is safe from any thread.
+    void Detach(int y0, int y1);
+
+    /// The number of bytes of bands that this store shares with no other.
+    std::size_t PrivateBytes() const;
+    /// True when both stores hold the very same band at that row.
+    bool SharesBand(const CBandStore& other, int y) const { return m_bands[Band(y)] == other.m_bands[other.Band(y)]; }
+
+private:
+    struct BandData {
+        std::unique_ptr<std::uint8_t[]> data;
+    };
+    std::size_t Band(int y) const { return static_cast<std::size_t>(y) >> m_nBandShift; }
+    std::size_t Offset(int y) const { return static_cast<std::size_t>(y & (m_nBandRows - 1)) * m_nRowBytes; }
+    int RowsInBand(std::size_t iBand) const;
+
+    int m_nRows = 0;
+    std::size_t m_nRowBytes = 0;
+    int m_nBandRows = 1; ///< a power of two, so that finding a row is a shift and a mask
+    int m_nBandShift = 0;
+    std::vector<std::shared_ptr<BandData>> m_bands;
+};
+
+} // namespace kestrune

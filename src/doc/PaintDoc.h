@@ -1,0 +1,74 @@
+#pragma once
+
+#include "base/CommandTarget.h"
+#include "doc/PaintImage.h"
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace kestrune {
+
+/// What the New Image dialog gives.
+struct NewImageParams {
+    int nWidth = 100;
+    int nHeight = 100;
+    int nFillKind = FILL_BACKGROUND;
+    int nColorKind = COLOR_BITMAP;
+};
+
+/// A document that is about to be born without the New Image dialog.
+struct DocumentBirth {
+    enum Kind { FromDialog, FromHoldingBitmap, FromSize } kind = FromDialog;
+    const LBitmapBase* pHolding = nullptr; ///< FromHoldingBitmap
+    int nBitsPerPixel = 24;
+    int nColorMode = MODE_RGB;
+    CSize size; ///< FromSize
+};
+
+/// What a document asks the user. The shell implements it with dialogs, tests with fixed answers.
+class CDocumentHost {
+public:
+    virtual ~CDocumentHost() = default;
+    /// The New Image dialog; nothing when cancelled.
+    virtual std::optional<NewImageParams> AskNewImage() = 0;
+    /// The name to save under: `bSaveAs` tells which of the two dialogs. `nFilterIndex` comes back 2..10, the save table's row + 2.
+    virtual std::optional<std::filesystem::path> AskSaveName(const std::string& strSuggested, bool bSaveAs, int& nFilterIndex) = 0;
+    /// Titles of the documents or the list of recent files have to be shown anew.
+    virtual void DocumentChanged(class CPaintDoc&) {}
+};
+
+/// A thin shell around `CPaintImage`: creates it, chooses file formats by extension, keeps path and modified flag.
+class CPaintDoc : public CCommandTarget {
+public:
+    explicit CPaintDoc(CDocumentHost& host);
+    ~CPaintDoc() override;
+
+    bool OnNewDocument(const DocumentBirth& birth);
+    bool OnOpenDocument(const std::filesystem::path& path);
+    /// Save (57603) and Save As (57604).
+    bool OnFileSave();
+    bool OnFileSaveAs();
+
+    void SetModifiedFlag(bool bModified) { m_bModified = bModified; }
+    bool IsModified() const { return m_bModified; }
+    const std::filesystem::path& GetPathName() const { return m_strPathName; }
+    void SetPathName(const std::filesystem::path& path);
+    const std::string& GetTitle() const { return m_strTitle; }
+    void SetTitle(const std::string& strTitle) { m_strTitle = strTitle; }
+
+    std::unique_ptr<CPaintImage> m_pImage; ///< null until a picture exists
+
+private:
+    bool DoSave();
+    bool EmptyTarget(const std::filesystem::path& path);
+    void SaveImage(const std::filesystem::path& path, int nFormatIndex);
+
+    CDocumentHost& m_host;
+    std::filesystem::path m_strPathName;
+    std::string m_strTitle;
+    bool m_bModified = false;
+};
+
+} // namespace kestrune

@@ -1,0 +1,125 @@
+#pragma once
+
+#include "base/Geometry.h"
+#include "doc/Bitmap.h"
+#include "doc/ColorState.h"
+#include "doc/ImageSite.h"
+#include "doc/MetaFile.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <list>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace kestrune {
+
+struct UndoRecord;
+
+/// `m_nColorMode`.
+enum ColorMode { MODE_BITMAP = 0, MODE_16COLORS = 1, MODE_256COLORS = 2, MODE_GRAY = 3, MODE_RGB = 4 };
+/// Fill kinds of `Create`.
+enum FillKind { FILL_WHITE = 0, FILL_BLACK = 1, FILL_BACKGROUND = 2 };
+/// Colour kinds of `Create`.
+enum ColorKind { COLOR_BITMAP = 0, COLOR_GRAY = 1, COLOR_RGB = 2 };
+
+/// One segment of the mask's boundary, in image coordinates.
+struct BoundarySegment {
+    int x1, y1, x2, y2;
+    bool bOpen;
+};
+
+/// The picture of one document in memory: bitmaps, selection mask, float, undo lists, crop and transform state.
+/// It knows no window; what it asks of its surroundings goes through `CImageSite`.
+///
+/// Between user acts `m_Bitmap` equals `m_BaseBitmap` unless `m_bFloating` is set. A new image has a known-empty mask:
+/// the mask's memory is never read until something selects (`m_bMaskEmpty` and `m_bMaskBoundsValid` guard it).
+class CPaintImage {
+public:
+    CPaintImage();
+    virtual ~CPaintImage();
+    CPaintImage(const CPaintImage&) = delete;
+    CPaintImage& operator=(const CPaintImage&) = delete;
+
+    /// The surroundings; never null (a site that does nothing until one is set, which is not owned).
+    CImageSite& Site() const { return *m_pSite; }
+    void SetSite(CImageSite* pSite);
+
+    /// Loads a file. False after a message (`LoadErrorText`), and the image is not to be used then.
+    bool Load(const std::filesystem::path& path);
+    /// Makes a new picture.
+    void Create(int nWidth, int nHeight, int nFillKind, int nColorKind);
+    /// Takes a bitmap that paste, capture or scan has filled: its pixels, with the depth and mode that go with it.
+    void CreateFromClipboardBitmap(const LBitmapBase& holding, int nBitsPerPixel, int nColorMode);
+
+    void CaptureFloat(int x, int y, int w, int h);
+    void CutFloatHole();
+    void CompositeFloat(int dx, int dy, int nMaskStride);
+    /// Releases the float bitmap and mask.
+    void ReleaseFloat();
+
+    /// Fills in the mask's bounding box, right and bottom exclusive; true when the mask is not empty (else the whole picture).
+    bool GetMaskBounds(int& x1, int& y1, int& x2, int& y2);
+    void InvalidateMaskBounds() { m_bMaskBoundsValid = false; }
+    bool IsInMask(int x, int y) const;
+    void MoveMask(int dx, int dy);
+
+    /// Hardening applies to every alpha that blends into this picture: at most 256 colours and not 8-bit grey.
+    bool IsHardAlpha() const { return g_nColors <= 256 && (m_bPaletteMode || m_nBitsPerPixel != 8); }
+
+    /// Makes `g_nColors` and `g_pPalette` follow this picture, as on activation of its view.
+    void Activate() const;
+    /// Back to "no limit", as on deactivation.
+    static void Deactivate();
+
+    /// Makes the palette that goes with the mode (two entries, grey ramp, or the bitmap's own) and sets `m_pPalette`.
+    void MakePalette(const LBitmapBase& source);
+    /// Makes the mask's memory for the present size, contents undefined, and the picture's mask known to be empty.
+    void AllocateMask();
+
+    CPaintMetaFile m_Metafile;
+    LBitmapBase m_Bitmap;      ///< the working bitmap, always 24 bits after creation or load
+    LBitmapBase m_BaseBitmap;  ///< the last committed picture without any float
+    LBitmapBase m_FloatBitmap; ///< the pixels of the selection's bounding rectangle; unallocated without a selection
+    std::uint32_t m_dwColorResFlags = 0;
+    std::unique_ptr<std::vector<RGBQUAD>> m_pPalette; ///< palette of a picture of at most 256 colours; `g_pPalette` looks at it
+    int m_nWidth = 0;
+    int m_nHeight = 0;
+    int m_nBitsPerPixel = 0; ///< depth as the user knows it: 1, 4, 8 or 24 (or the file's), not that of `m_Bitmap`
+    int m_nColorMode = 0;
+    bool m_bPaletteMode = false;
+    std::unique_ptr<std::uint8_t[]> m_pMask;      ///< m_nWidth x m_nHeight bytes, 0 outside, 255 inside
+    std::unique_ptr<std::uint8_t[]> m_pFloatMask; ///< the float bitmap's size; null when there is no float
+    std::filesystem::path m_strPathName;          ///< the file as loaded; empty for a new image
+    bool m_bSelection = false;
+    CRect m_rcFloat;
+    CRect m_rcFloatStart;
+    bool m_bFloatReady = false;
+    bool m_bFloating = false;
+    int m_nFloatX = 0, m_nFloatY = 0, m_nFloatW = 0, m_nFloatH = 0;
+    std::list<UndoRecord*> m_UndoList; ///< newest at the head
+    std::list<UndoRecord*> m_RedoList; ///< newest at the head
+    std::uint32_t m_nUndoBytes = 0;
+    int m_nUndoDepth = 0;
+    int m_nGroupDepth = 0;
+    int m_nHistoryIndex = 0;
+    std::uint32_t m_nGroupKind = 0;
+    bool m_bTransforming = false;
+    CRect m_rcCrop;
+    CPoint m_ptCropDrag;
+    bool m_bCropActive = false;
+    std::vector<BoundarySegment> m_pBoundary;    ///< clipped to the visible rectangle
+    std::vector<BoundarySegment> m_pBoundaryAll; ///< in whole
+    bool m_bMaskEmpty = true;
+    bool m_bMaskBoundsValid = true;
+    int m_nMaskX1 = 0, m_nMaskX2 = 0, m_nMaskY1 = 0, m_nMaskY2 = 0;
+
+    int m_nLoadError = 1; ///< what the last `Load` of the bitmap returned (`ImageFileError`)
+
+private:
+    void ClassifyLoaded();
+    CImageSite* m_pSite;
+};
+
+} // namespace kestrune
