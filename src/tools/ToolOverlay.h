@@ -1,0 +1,30 @@
+#pragma once
+
+#include "base/Geometry.h"
+
+#include <vector>
+
+namespace kestrune {
+
+/// What a tool draws over the picture while it works: rubber bands, outlines and handles, in client pixels. It is a list and
+/// not a painting call, so that a tool needs no window system and the view can repaint just what changed.
+struct ToolOverlay {
+    struct Line {
+        CPoint a, b; ///< both ends belong to the line
+    };
+    std::vector<Line> aLines;      ///< drawn in two tones, visible over any picture
+    std::vector<CRect> aHandles;   ///< small squares with a rim
+    std::vector<CRect> aEllipses;  ///< outlines, as the lines
+
+    bool IsEmpty() const { return aLines.empty() && aHandles.empty() && aEllipses.empty(); }
+    void AddRect(const CRect& rc)
+    {
+        const int r = rc.right - 1, b = rc.bottom - 1;
+        aLines.push_back({{rc.left, rc.top}, {r, rc.top}});
+        aLines.push_back({{r, rc.top}, {r, b}});
+        aLines.push_back({{r, b}, {rc.left, b}});
+        aLines.push_back({{rc.left, b}, {rc.left, rc.top}});
+    }
+};
+
+} // namespace kestrune

@@ -1,0 +1,91 @@
+#include "tools/ToolRegistry.h"
+
+#include "tools/HandTool.h"
+#include "tools/ToolTable.h"
+#include "tools/ZoomTool.h"
+
+#include <algorithm>
+
+namespace kestrune {
+
+int g_nCurrentTool = TOOL_RECT_SELECT;
+int g_nCurrentToolCommand = 1001;
+
+namespace {
+
+std::list<CPaintTool*>& List()
+{
+    static std::list<CPaintTool*> s_list; // in a function: tools of other sources may be built before this one's statics
+    return s_list;
+}
+
+/// The one object of each tool; the order of the members is the order of the registry. A tool without a class of its own
+/// yet is the base class, which takes the mouse and does nothing.
+struct AllTools {
+    CPaintTool rectSelect{TOOL_RECT_SELECT};
+    CPaintTool ellipseSelect{TOOL_ELLIPSE_SELECT};
+    CPaintTool freeSelect{TOOL_FREE_SELECT};
+    CPaintTool polygonSelect{TOOL_POLYGON_SELECT};
+    CPaintTool move{TOOL_MOVE};
+    CPaintTool magicWand{TOOL_MAGIC_WAND};
+    CPaintTool crop{TOOL_CROP};
+    CPaintTool pencil{TOOL_PENCIL};
+    CPaintTool brush{TOOL_BRUSH};
+    CPaintTool eraser{TOOL_ERASER};
+    CPaintTool airBrush{TOOL_AIR_BRUSH};
+    CPaintTool stamp{TOOL_STAMP};
+    CPaintTool photoBrush{TOOL_PHOTO_BRUSH};
+    CPaintTool colorEffect{TOOL_COLOR_EFFECT};
+    CPaintTool textureEffect{TOOL_TEXTURE_EFFECT};
+    CPaintTool blur{TOOL_BLUR};
+    CPaintTool sharpen{TOOL_SHARPEN};
+    CPaintTool dodge{TOOL_DODGE};
+    CPaintTool burn{TOOL_BURN};
+    CPaintTool smudge{TOOL_SMUDGE};
+    CPaintTool gradient{TOOL_GRADIENT};
+    CPaintTool bucket{TOOL_BUCKET};
+    CPaintTool scale{TOOL_SCALE};
+    CPaintTool rotate{TOOL_ROTATE};
+    CPaintTool skewHorz{TOOL_SKEW_HORZ};
+    CPaintTool skewVert{TOOL_SKEW_VERT};
+    CPaintTool freeTransform{TOOL_FREE_TRANSFORM};
+    CPaintTool eyedropper{TOOL_EYEDROPPER};
+    CPaintTool text{TOOL_TEXT};
+    CZoomTool zoom{TOOL_ZOOM};
+    CHandTool hand{TOOL_HAND};
+} s_tools;
+
+} // namespace
+
+const std::list<CPaintTool*>& ToolRegistry()
+{
+    return List();
+}
+
+CPaintTool* FindTool(int nToolId)
+{
+    const auto it = std::find_if(List().begin(), List().end(), [&](CPaintTool* p) { return p->GetId() == nToolId; });
+    return it == List().end() ? nullptr : *it;
+}
+
+void SwitchTool(int nToolId, int nCommand)
+{
+    if (CPaintTool* pTool = FindTool(g_nCurrentTool))
+        pTool->OnDeactivate();
+    g_nCurrentTool = nToolId;
+    g_nCurrentToolCommand = nCommand;
+    if (CPaintTool* pTool = FindTool(nToolId))
+        pTool->OnActivate();
+}
+
+void AppendTool(CPaintTool* pTool)
+{
+    List().push_back(pTool);
+}
+
+void RemoveTool(CPaintTool* pTool)
+{
+    List().remove(pTool);
+}
+
+} // namespace kestrune
