@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QBoxLayout>
 #include <QDialog>
 #include <QHash>
+#include <QPushButton>
 #include <QString>
 
 #include <functional>
@@ -21,18 +23,37 @@ public:
 
     /// Puts a value into the control of that key as if typed. An error text when the key is unknown or the control refuses it.
     /// Spin boxes, line edits, combo boxes (by index), check boxes (0, 1), radio groups (by id) and sliders are understood;
-    /// a dialog with a graph overrides it for its own keys.
+    /// a dialog with a graph overrides it for its own keys. A combo box also takes the data or the text of one of its rows.
     virtual std::optional<QString> SetKey(const QString& strKey, const QString& strValue);
 
     /// What drives dialogs in place of a person; null when a person does.
     using Driver = std::function<int(CPaintDialog&)>;
     static void SetDriver(Driver driver);
+    static bool IsDriven();
 
 protected:
-    void RegisterKey(const QString& strKey, QWidget* pControl);
+    /// `pControl` is a widget or a QButtonGroup; it lives as long as the dialog.
+    void RegisterKey(const QString& strKey, QObject* pControl);
+
+    /// Where the contents go: preview first (left), then columns of controls. The first call lays the dialog out with the
+    /// measures of every dialog and puts the buttons 확인 and 취소 at the lower right.
+    QHBoxLayout* Body();
+    /// Left of the buttons 확인 and 취소: further buttons, or a quiet line.
+    QHBoxLayout* ButtonRow();
+    QPushButton* OkButton();
+    QPushButton* CancelButton();
 
 private:
-    QHash<QString, QWidget*> m_mapKeys;
+    void BuildFrame();
+
+    QHash<QString, QObject*> m_mapKeys;
+    QHBoxLayout* m_pBody = nullptr;
+    QHBoxLayout* m_pButtonRow = nullptr;
+    QPushButton* m_pOk = nullptr;
+    QPushButton* m_pCancel = nullptr;
 };
+
+/// The text of that number in the string table.
+QString TextOf(int nStringId);
 
 } // namespace kestrune
