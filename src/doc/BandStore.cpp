@@ -1,35 +1,76 @@
 #include "doc/BandStore.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstring>
 #include <new>
+
+#include <unistd.h>
 
 namespace kestrune {
 
 namespace {
 // Small enough that a dab on a large picture copies little, large enough that sharing a hundred megapixels is cheap.
 constexpr std::size_t c_nBandBytes = 256 * 1024;
+
+std::size_t MachineMemory()
+{
+    static const std::size_t s_nBytes = static_cast<std::size_t>(std::max(0L, sysconf(_SC_PHYS_PAGES)))
+        * static_cast<std::size_t>(std::max(0L, sysconf(_SC_PAGESIZE)));
+    return s_nBytes;
+}
 } // namespace
 
 CBandStore::CBandStore(int nRows, std::size_t nRowBytes)
     : m_nRows(nRows)
     , m_nRowBytes(nRowBytes)
 {
-    while (m_nBandRows * 2 * nRowBytes <= c_nBandBytes && m_nBandRows < nRows) {
-        m_nBandRows *= 2;
-        m_nBandShift++;
-    }
-    const std::size_t nBands = (static_cast<std::size_t>(nRows) + m_nBandRows - 1) >> m_nBandShift;
-    m_bands.resize(nBands);
-    for (std::size_t i = 0; i < nBands; i++) {
+    const std::size_t nLimit = MachineMemory();
+    if (nLimit != 0 && nRowBytes != 0 && static_cast<std::size_t>(nRows) > nLimit / nRowBytes)
+        throw std::bad_alloc();
+    m_bands.resize(ChooseBands());
+    for (std::size_t i = 0; i < m_bands.size(); i++) {
         m_bands[i] = std::make_shared<BandData>();
         m_bands[i]->data.reset(new std::uint8_t[RowsInBand(i) * nRowBytes]);
     }
 }
 
+CBandStore::CBandStore(int nRows, std::span<const std::uint8_t> row)
+    : m_nRows(nRows)
+    , m_nRowBytes(row.size())
+{
+    const std::size_t nBands = ChooseBands();
+    const auto band = std::make_shared<BandData>();
+    const int nBandRows = RowsInBand(0);
+    band->data.reset(new std::uint8_t[nBandRows * m_nRowBytes]);
+    for (int y = 0; y < nBandRows; y++)
+        std::copy(row.begin(), row.end(), band->data.get() + y * m_nRowBytes);
+    m_bands.assign(nBands, band);
+}
+
+/// Chooses the rows of a band for the store's row length; the number of bands.
+std::size_t CBandStore::ChooseBands()
+{
+    while (m_nBandRows * 2 * m_nRowBytes <= c_nBandBytes && m_nBandRows < m_nRows) {
+        m_nBandRows *= 2;
+        m_nBandShift++;
+    }
+    return (static_cast<std::size_t>(m_nRows) + m_nBandRows - 1) >> m_nBandShift;
+}
+
 int CBandStore::RowsInBand(std::size_t iBand) const
 {
     return std::min(m_nBandRows, m_nRows - static_cast<int>(iBand << m_nBandShift));
+}
+
+bool CBandStore::IsPrivate(std::size_t iBand) const
+{
+    if (m_bands[iBand].use_count() != 1)
+        return false;
+    // The count is read without ordering. A thread that has just let go of this band may have read it until then; its
+    // release of the count and this fence put those reads before the writes that follow here.
+    std::atomic_thread_fence(std::memory_order_acquire);
+    return true;
 }
 
 std::uint8_t* CBandStore::WriteRow(int y)
@@ -43,7 +84,7 @@ void CBandStore::Detach(int y0, int y1)
     if (y1 <= y0)
         return;
     for (std::size_t i = Band(y0); i <= Band(y1 - 1); i++) {
-        if (m_bands[i].use_count() == 1)
+        if (IsPrivate(i))
             continue;
         const std::size_t nBytes = RowsInBand(i) * m_nRowBytes;
         auto own = std::make_shared<BandData>();

@@ -3,17 +3,25 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <vector>
 
 namespace kestrune {
 
 /// Rows of bytes kept in bands of whole rows, shared copy-on-write: a copy shares every band, the first write to a band
 /// makes that band private. Rows are contiguous; two rows of different bands are not neighbours in memory.
+///
+/// Threads: different stores may be used from different threads even while they share bands (the owner count is atomic, and
+/// who finds himself the only owner sees all that earlier owners did with the band). One store is like any other object:
+/// while one thread changes it (copying over it, `WriteRow` of a shared band), no other may read or copy it.
 class CBandStore {
 public:
     CBandStore() = default;
-    /// Contents undefined (a page of the system's zeroes where the system gives one). Throws std::bad_alloc.
+    /// Contents undefined (a page of the system's zeroes where the system gives one). Throws std::bad_alloc, also when the
+    /// rows are more than the machine's memory: bands alone are so small that the system would promise them all the same.
     CBandStore(int nRows, std::size_t nRowBytes);
+    /// Every row holds the same bytes. All bands are one shared band, so that a plain picture of any size costs one.
+    CBandStore(int nRows, std::span<const std::uint8_t> row);
 
     int Rows() const { return m_nRows; }
     std::size_t RowBytes() const { return m_nRowBytes; }
@@ -39,6 +47,8 @@ private:
     std::size_t Band(int y) const { return static_cast<std::size_t>(y) >> m_nBandShift; }
     std::size_t Offset(int y) const { return static_cast<std::size_t>(y & (m_nBandRows - 1)) * m_nRowBytes; }
     int RowsInBand(std::size_t iBand) const;
+    std::size_t ChooseBands();
+    bool IsPrivate(std::size_t iBand) const;
 
     int m_nRows = 0;
     std::size_t m_nRowBytes = 0;

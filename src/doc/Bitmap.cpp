@@ -1,6 +1,6 @@
 #include "doc/Bitmap.h"
 
-#include "base/Geometry.h"
+#include "doc/Palettes.h"
 
 #include <algorithm>
 #include <cstring>
@@ -14,15 +14,9 @@ bool IsListedDepth(int nBits)
     return nBits == 1 || nBits == 4 || nBits == 8 || nBits == 24;
 }
 
-std::vector<RGBQUAD> GreyRamp(int nBits)
+std::size_t BytesPerPixel(int nBits)
 {
-    const int nColors = 1 << nBits;
-    std::vector<RGBQUAD> ramp(nColors);
-    for (int i = 0; i < nColors; i++) {
-        const auto v = static_cast<std::uint8_t>(i * 255 / (nColors - 1));
-        ramp[i] = {v, v, v, 0};
-    }
-    return ramp;
+    return nBits == 24 ? 3 : 1;
 }
 
 } // namespace
@@ -31,10 +25,10 @@ bool LBitmapBase::Create(int nWidth, int nHeight, int nBitsPerPixel, int, std::s
 {
     if (nWidth <= 0 || nHeight <= 0 || !IsListedDepth(nBitsPerPixel))
         return false;
-    CBandStore store(nHeight, static_cast<std::size_t>(nWidth) * (nBitsPerPixel == 24 ? 3 : 1));
+    CBandStore store(nHeight, static_cast<std::size_t>(nWidth) * BytesPerPixel(nBitsPerPixel));
     std::vector<RGBQUAD> colors;
     if (nBitsPerPixel < 24) {
-        colors = GreyRamp(nBitsPerPixel);
+        colors = GreyRamp(1 << nBitsPerPixel);
         if (!palette.empty()) {
             std::fill(colors.begin(), colors.end(), RGBQUAD{});
             std::copy_n(palette.begin(), std::min(palette.size(), colors.size()), colors.begin());
@@ -45,6 +39,7 @@ bool LBitmapBase::Create(int nWidth, int nHeight, int nBitsPerPixel, int, std::s
     m_nWidth = nWidth;
     m_nHeight = nHeight;
     m_nBitsPerPixel = nBitsPerPixel;
+    m_nXResolution = m_nYResolution = 0;
     return true;
 }
 
@@ -61,15 +56,17 @@ void LBitmapBase::SetResolution(int nX, int nY)
 
 void LBitmapBase::Copy(const LBitmapBase& source)
 {
-    const std::filesystem::path path = m_pathFile; // the name of the file is this bitmap's own
-    *this = source;
-    m_pathFile = path;
+    LBitmapBase copy = source; // whole before anything here changes: memory may run out on the way
+    copy.m_pathFile = std::move(m_pathFile); // the name of the file is this bitmap's own
+    *this = std::move(copy);
 }
 
 void LBitmapBase::CopyData(const LBitmapBase& source)
 {
-    if (source.m_nWidth == m_nWidth && source.m_nHeight == m_nHeight && source.m_nBitsPerPixel == m_nBitsPerPixel)
-        m_store = source.m_store;
+    if (source.m_nWidth == m_nWidth && source.m_nHeight == m_nHeight && source.m_nBitsPerPixel == m_nBitsPerPixel) {
+        CBandStore store = source.m_store;
+        m_store = std::move(store);
+    }
 }
 
 std::size_t LBitmapBase::GetRow(LBuffer& buffer, int y) const
@@ -86,7 +83,7 @@ std::size_t LBitmapBase::GetRowCol(LBuffer& buffer, int y, int x) const
 {
     if (y < 0 || y >= m_nHeight || x < 0 || x >= m_nWidth)
         return 0;
-    const std::size_t nStart = static_cast<std::size_t>(x) * (m_nBitsPerPixel == 24 ? 3 : 1);
+    const std::size_t nStart = static_cast<std::size_t>(x) * BytesPerPixel(m_nBitsPerPixel);
     const std::size_t nBytes = std::min(buffer.GetSize(), GetRowBytes() - nStart);
     std::memcpy(buffer.Lock(), Row(y) + nStart, nBytes);
     return nBytes;
@@ -96,7 +93,7 @@ std::size_t LBitmapBase::PutRowCol(const LBuffer& buffer, int y, int x)
 {
     if (y < 0 || y >= m_nHeight || x < 0 || x >= m_nWidth)
         return 0;
-    const std::size_t nStart = static_cast<std::size_t>(x) * (m_nBitsPerPixel == 24 ? 3 : 1);
+    const std::size_t nStart = static_cast<std::size_t>(x) * BytesPerPixel(m_nBitsPerPixel);
     const std::size_t nBytes = std::min(buffer.GetSize(), GetRowBytes() - nStart);
     std::memcpy(WriteRow(y) + nStart, buffer.Data(), nBytes);
     return nBytes;

@@ -28,8 +28,8 @@ enum ColorResFlags : std::uint32_t {
     CRF_GRAYPALETTE = 0x0010,      ///< an even grey ramp
     CRF_USERPALETTE = 0x0020,      ///< the palette handed in
     CRF_ERRORDIFFUSION = 0x10000,  ///< Floyd-Steinberg
-    CRF_ORDEREDDITHER = 0x20000,   ///< 8 x 8 Bayer matrix
-    CRF_NODITHER = 0x40000         ///< nearest colour alone
+    CRF_ORDEREDDITHER = 0x20000,   ///< 8 x 8 threshold matrix
+    CRF_NODITHER = 0x40000         ///< nearest colour alone; also what happens without a dither flag
 };
 
 /// One bitmap: the only owner of pixels. Row 0 is the top row.
@@ -97,11 +97,13 @@ public:
     void Trim(int x, int y, int nWidth, int nHeight);
     /// Puts a rectangle of a 24-bit source at (x, y) with an operation: see `CombineOp`.
     void Combine(int x, int y, int nWidth, int nHeight, const LBitmapBase& source, int xSource, int ySource, int nOperation);
-    /// Converts to 8-bit grey (the only depth in use is 8).
+    /// Converts to 8-bit grey (the only depth in use is 8): (77 R + 150 G + 29 B + 128) >> 8, the broadcast weights in whole
+    /// numbers that leave a grey as it is.
     void GrayScale(int nBits);
-    /// True when the palette is an even grey ramp from black to white.
+    /// True when the palette is an even grey ramp, from black to white or the other way round (as scanned pages are stored).
     bool IsGrayScale() const;
-    /// Converts the depth in place: `ColorResFlags`. `palette` serves CRF_USERPALETTE. False when the depth is not 1, 4, 8 or 24.
+    /// Converts the depth in place: `ColorResFlags`. A bitmap whose palette fits the new depth keeps it under
+    /// CRF_OPTIMIZEDPALETTE. The palette always has 2^bits entries, black behind those in use. `palette` serves CRF_USERPALETTE. False when the depth is not 1, 4, 8 or 24.
     bool ColorRes(int nBits, std::uint32_t dwFlags, std::span<const RGBQUAD> palette = {});
     /// Turns the stored rows so that row 0 is the top (perspective 0); rows are always kept so, nothing is left to do.
     void ChangeViewPerspective(int) {}
@@ -113,6 +115,8 @@ public:
     int Save(const std::filesystem::path& path, int nFormatCode, int nBits, int nQuality) const;
 
 private:
+    void ExpandPalette();
+
     CBandStore m_store;
     int m_nWidth = 0;
     int m_nHeight = 0;

@@ -19,8 +19,11 @@ extern const std::vector<RGBQUAD>* g_pPalette;
 extern COLORREF g_crForeground;
 extern COLORREF g_crBackground;
 
-/// The colour count of a depth: 2 shifted left by the depth less 1.
-constexpr int ColorsOfDepth(int nBitsPerPixel) { return 2 << (nBitsPerPixel - 1); }
+/// The colour count of a depth: 2 shifted left by the depth less 1; no limit for a depth that the count cannot hold, or none.
+constexpr int ColorsOfDepth(int nBitsPerPixel)
+{
+    return nBitsPerPixel >= 1 && nBitsPerPixel <= 29 ? 2 << (nBitsPerPixel - 1) : c_nColorsUnlimited;
+}
 
 /// The palette entry nearest to the colour by squared distance over red, green and blue; the lowest index wins a tie.
 COLORREF SnapToPalette(COLORREF cr, const std::vector<RGBQUAD>& palette);

@@ -53,8 +53,15 @@ public:
     /// Takes a bitmap that paste, capture or scan has filled: its pixels, with the depth and mode that go with it.
     void CreateFromClipboardBitmap(const LBitmapBase& holding, int nBitsPerPixel, int nColorMode);
 
+    /// Takes the pixels and the mask of a rectangle into the float bitmap and mask. What lies outside the picture is black
+    /// and outside the mask. A rectangle without size releases the float.
     void CaptureFloat(int x, int y, int w, int h);
+    /// Makes the base bitmap the picture with the selection erased to the background colour, by the mask's bytes; nothing in
+    /// move mode "copy".
     void CutFloatHole();
+    /// Rebuilds `m_Bitmap`: the base bitmap with the float over it at `m_rcFloat`, at the site's opacity, and repaints what
+    /// the float left and what it covers. `dx` and `dy` are the way it was moved, already in `m_rcFloat`; `nMaskStride` is
+    /// the length of the float mask's rows.
     void CompositeFloat(int dx, int dy, int nMaskStride);
     /// Releases the float bitmap and mask.
     void ReleaseFloat();
@@ -62,7 +69,9 @@ public:
     /// Fills in the mask's bounding box, right and bottom exclusive; true when the mask is not empty (else the whole picture).
     bool GetMaskBounds(int& x1, int& y1, int& x2, int& y2);
     void InvalidateMaskBounds() { m_bMaskBoundsValid = false; }
+    /// True when the pixel's mask byte is over 127; false outside the picture.
     bool IsInMask(int x, int y) const;
+    /// Moves the mask; what leaves the picture is lost. Its record in the history is the caller's, before the call.
     void MoveMask(int dx, int dy);
 
     /// Hardening applies to every alpha that blends into this picture: at most 256 colours and not 8-bit grey.
@@ -73,7 +82,8 @@ public:
     /// Back to "no limit", as on deactivation.
     static void Deactivate();
 
-    /// Makes the palette that goes with the mode (two entries, grey ramp, or the bitmap's own) and sets `m_pPalette`.
+    /// Makes the palette that goes with the mode (two entries, grey ramp, or the bitmap's own), sets `m_pPalette` and lets
+    /// `g_pPalette` look at it. In mode 4 there is none.
     void MakePalette(const LBitmapBase& source);
     /// Makes the mask's memory for the present size, contents undefined, and the picture's mask known to be empty.
     void AllocateMask();
@@ -119,7 +129,11 @@ public:
 
 private:
     void ClassifyLoaded();
+    bool ReadMetafileSize(const std::filesystem::path& path, CSize& size);
+    void FinishCreation();
+
     CImageSite* m_pSite;
+    CRect m_rcComposited; ///< where `CompositeFloat` last put the float; empty before the first time
 };
 
 } // namespace kestrune
