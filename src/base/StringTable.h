@@ -13,6 +13,19 @@ inline constexpr int IDS_OLE_INIT_FAILED = 100;
 inline constexpr int IDS_PRODUCT_NAME = 130;
 inline constexpr int IDS_BAD_FORMAT = 60001;
 inline constexpr int IDS_LOAD_ERROR = 60002;
+// Reading and writing files.
+inline constexpr int IDS_CANNOT_READ = 60150;
+inline constexpr int IDS_CANNOT_CREATE = 60151;
+inline constexpr int IDS_CANNOT_WRITE = 60152;
+inline constexpr int IDS_CANNOT_KEEP = 60153;
+inline constexpr int IDS_REASON_MISSING = 60154;
+inline constexpr int IDS_REASON_DENIED = 60155;
+inline constexpr int IDS_REASON_READONLY = 60156;
+inline constexpr int IDS_REASON_FULL = 60157;
+inline constexpr int IDS_REASON_TOOBIG = 60158;
+inline constexpr int IDS_REASON_FOLDER = 60159;
+inline constexpr int IDS_REASON_DEVICE = 60160;
+inline constexpr int IDS_REASON_NAME = 60161;
 // Buttons of every box and dialog, and the dialogs that create, open, save and export.
 inline constexpr int IDS_BUTTON_OK = 60400;
 inline constexpr int IDS_BUTTON_CANCEL = 60401;
