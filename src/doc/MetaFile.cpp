@@ -2,31 +2,28 @@
 
 #include "doc/files/ByteReader.h"
 
-#include <algorithm>
-
 namespace kestrune {
 
 void CPaintMetaFile::ReadHeader(std::span<const std::uint8_t> file)
 {
-    constexpr std::size_t c_nInFile = 22; // in memory it is 24 bytes with its alignment, and all of them are cleared
-    static_assert(sizeof(Header) == 24);
-    m_Header = Header();
-    m_nWidth = m_nHeight = m_nInch = 0;
+    *this = CPaintMetaFile();
     CByteReader in(file);
-    if (file.size() < c_nInFile || in.U32LE() != c_dwKey)
+    Header header;
+    header.dwKey = in.U32LE();
+    header.wHandle = in.U16LE();
+    header.nLeft = in.I16LE();
+    header.nTop = in.I16LE();
+    header.nRight = in.I16LE();
+    header.nBottom = in.I16LE();
+    header.nInch = in.U16LE();
+    for (std::uint8_t& b : header.aReserved)
+        b = in.U8();
+    if (!in.Ok() || header.dwKey != c_dwKey)
         return;
-    m_Header.dwKey = c_dwKey;
-    m_Header.wHandle = in.U16LE();
-    m_Header.nLeft = in.I16LE();
-    m_Header.nTop = in.I16LE();
-    m_Header.nRight = in.I16LE();
-    m_Header.nBottom = in.I16LE();
-    m_Header.nInch = in.U16LE();
-    const auto reserved = in.Take(sizeof m_Header.aReserved);
-    std::copy(reserved.begin(), reserved.end(), m_Header.aReserved);
-    m_nWidth = m_Header.nRight - m_Header.nLeft;
-    m_nHeight = m_Header.nBottom - m_Header.nTop;
-    m_nInch = m_Header.nInch;
+    m_Header = header;
+    m_nWidth = header.nRight - header.nLeft;
+    m_nHeight = header.nBottom - header.nTop;
+    m_nInch = header.nInch;
 }
 
 } // namespace kestrune
