@@ -30,6 +30,10 @@ constexpr StringRow c_aStrings[] = {
     {IDS_REASON_FOLDER, "폴더입니다."},
     {IDS_REASON_DEVICE, "장치에서 오류가 발생하였습니다."},
     {IDS_REASON_NAME, "이름이 너무 깁니다."},
+    {IDS_OUT_OF_MEMORY, "메모리가 부족합니다."},
+    {IDS_SAVE_ERROR, "이미지를 저장하는 도중 오류가 발생하였습니다. -> 오류 코드:"},
+    {IDS_SAVED_AS_JPEG, "JPEG 형식으로 저장하였습니다: "},
+    {IDS_OLD_FILE_KEPT, "파일의 이전 내용을 복구 폴더에 보관하였습니다: "},
     {IDS_BUTTON_OK, "확인"},
     {IDS_BUTTON_CANCEL, "취소"},
     {IDS_BUTTON_YES, "예(&Y)"},
@@ -102,6 +106,7 @@ constexpr StringRow c_aStrings[] = {
     {IDS_COMPRESS_DEFLATE, "ZIP"},
     {IDS_EXPORT_DONE, "내보냈습니다: "},
     {IDS_EXPORT_FAILED, "파일을 내보내지 못했습니다. 폴더의 쓰기 권한과 남은 공간을 확인하십시오.\n"},
+    {IDS_SAVE_FAILED, "문서를 저장하지 못했습니다."},
 };
 
 constexpr bool IsAscending()

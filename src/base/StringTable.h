@@ -27,6 +27,11 @@ inline constexpr int IDS_REASON_FOLDER = 60159;
 inline constexpr int IDS_REASON_DEVICE = 60160;
 inline constexpr int IDS_REASON_NAME = 60161;
 // Buttons of every box and dialog, and the dialogs that create, open, save and export.
+inline constexpr int IDS_OUT_OF_MEMORY = 60200;
+inline constexpr int IDS_SAVE_ERROR = 60201;
+inline constexpr int IDS_SAVED_AS_JPEG = 60202;
+inline constexpr int IDS_OLD_FILE_KEPT = 60203;
+
 inline constexpr int IDS_BUTTON_OK = 60400;
 inline constexpr int IDS_BUTTON_CANCEL = 60401;
 inline constexpr int IDS_BUTTON_YES = 60402;
@@ -99,5 +104,7 @@ inline constexpr int IDS_COMPRESS_LZW = 60468;
 inline constexpr int IDS_COMPRESS_DEFLATE = 60469;
 inline constexpr int IDS_EXPORT_DONE = 60470;
 inline constexpr int IDS_EXPORT_FAILED = 60471;
+
+inline constexpr int IDS_SAVE_FAILED = 61696; ///< the default text of a document that could not be saved
 
 } // namespace kestrune

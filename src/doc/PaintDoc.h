@@ -45,10 +45,16 @@ public:
     explicit CPaintDoc(CDocumentHost& host);
     ~CPaintDoc() override;
 
+    /// Makes the picture; false, without one, when cancelled, without a size or (after a message) without memory.
+    /// The new document is modified: it stands in no file yet.
     bool OnNewDocument(const DocumentBirth& birth);
+    /// Loads the file; false after a message.
     bool OnOpenDocument(const std::filesystem::path& path);
-    /// Save (57603) and Save As (57604).
+    /// Save (57603): makes or empties the file and clears the modified flag, then runs the writer; the old bytes are kept in the
+    /// recovery folder until it is through. A name is asked when there is none or the file is read-only. True when the picture
+    /// stands in the file. Each failure has been said.
     bool OnFileSave();
+    /// Save As (57604): writes a file and leaves path and modified flag as they are.
     bool OnFileSaveAs();
 
     void SetModifiedFlag(bool bModified) { m_bModified = bModified; }
@@ -61,9 +67,16 @@ public:
     std::unique_ptr<CPaintImage> m_pImage; ///< null until a picture exists
 
 private:
-    bool DoSave();
-    bool EmptyTarget(const std::filesystem::path& path);
-    void SaveImage(const std::filesystem::path& path, int nFormatIndex);
+    /// A file that was emptied, and the copy of what it held.
+    struct KeptFile {
+        std::filesystem::path file;
+        std::filesystem::path copy; ///< empty when the file held nothing
+    };
+    bool DoSave(KeptFile& kept);
+    bool OnSaveDocument(const std::filesystem::path& path, KeptFile& kept);
+    bool SaveImage(std::filesystem::path path, int nFormatIndex, const KeptFile& kept);
+    std::string SuggestedName() const;
+    static bool EmptyTarget(const std::filesystem::path& path);
 
     CDocumentHost& m_host;
     std::filesystem::path m_strPathName;

@@ -3,10 +3,9 @@
 #include "base/Messages.h"
 #include "base/StringTable.h"
 #include "doc/Palettes.h"
-#include "doc/files/DecodedImage.h"
+#include "doc/files/ImageFile.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cmath>
 #include <fstream>
 
@@ -25,24 +24,12 @@ std::size_t CountChars(const std::string& str)
     return std::count_if(str.begin(), str.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; });
 }
 
-/// What stands behind the last dot of the file's name, in small letters.
-std::string LowerExtension(const std::filesystem::path& path)
-{
-    const std::string name = path.filename().string();
-    const std::size_t nDot = name.rfind('.');
-    std::string ext = nDot == std::string::npos ? std::string() : name.substr(nDot + 1);
-    for (char& c : ext)
-        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    return ext;
-}
-
-bool Fail(int nError)
-{
-    SayMessage(std::string(StringText(IDS_LOAD_ERROR)) + std::to_string(nError));
-    return false;
-}
-
 } // namespace
+
+std::string LoadErrorText(int nError)
+{
+    return std::string(StringText(IDS_LOAD_ERROR)) + std::to_string(nError);
+}
 
 CPaintImage::CPaintImage()
     : m_pSite(&g_noSite)
@@ -63,7 +50,7 @@ void CPaintImage::SetSite(CImageSite* pSite)
 bool CPaintImage::Load(const std::filesystem::path& path)
 {
     const std::filesystem::path name = CountChars(path.string()) <= c_nMostPathChars ? path : std::filesystem::path();
-    const bool bMetafile = LowerExtension(path) == "wmf";
+    const bool bMetafile = ExtensionOf(path) == "wmf";
     CSize sizeMetafile;
     if (bMetafile && !ReadMetafileSize(name, sizeMetafile)) {
         SayMessage(IDS_BAD_FORMAT);
@@ -71,8 +58,10 @@ bool CPaintImage::Load(const std::filesystem::path& path)
     }
     m_Bitmap.SetFileName(name);
     m_nLoadError = bMetafile && !IsSaneSize(sizeMetafile.cx, sizeMetafile.cy, Limits()) ? int{IMG_ERROR_MEMORY} : m_Bitmap.Load();
-    if (m_nLoadError != IMG_SUCCESS)
-        return Fail(m_nLoadError);
+    if (m_nLoadError != IMG_SUCCESS) {
+        SayMessage(LoadErrorText(m_nLoadError));
+        return false;
+    }
     m_strPathName = path;
     m_nHistoryIndex = 0;
     ClassifyLoaded();

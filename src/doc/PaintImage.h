@@ -30,6 +30,9 @@ struct BoundarySegment {
     bool bOpen;
 };
 
+/// The message of a failed load, with the error's number behind it.
+std::string LoadErrorText(int nError);
+
 /// The picture of one document in memory: bitmaps, selection mask, float, undo lists, crop and transform state.
 /// It knows no window; what it asks of its surroundings goes through `CImageSite`.
 ///
