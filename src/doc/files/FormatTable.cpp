@@ -1,8 +1,20 @@
 #include "doc/files/ImageFile.h"
 
+#include "doc/files/BmpFile.h"
 #include "doc/files/ByteReader.h"
+#include "doc/files/ClpFile.h"
+#include "doc/files/CutFile.h"
+#include "doc/files/GifFile.h"
+#include "doc/files/IcoFile.h"
 #include "doc/files/JpegFile.h"
+#include "doc/files/MspFile.h"
+#include "doc/files/PcxWriter.h"
 #include "doc/files/PngFile.h"
+#include "doc/files/PsdReader.h"
+#include "doc/files/PsdWriter.h"
+#include "doc/files/TiffFile.h"
+#include "doc/files/WebpFile.h"
+#include "doc/files/WpgFile.h"
 
 #include <array>
 #include <iterator>
@@ -188,28 +200,28 @@ bool IsSvg(Span file)
 
 constexpr ImageFormatRow c_aFormats[] = {
     // format, name, description, extensions, content, reader, helper's name, writer, save: extension, code, bits, quality, index
-    {ImageFormat::Bmp, "BMP", "비트맵", "bmp rle", IsBmp, nullptr, nullptr, nullptr, "bmp", 6, 24, 0, 3},
-    {ImageFormat::Clp, "CLP", "클립보드 파일", "clp", IsClp, nullptr, nullptr, nullptr, "", 0, 0, 0, 0},
-    {ImageFormat::Cut, "CUT", "닥터 할로", "cut", nullptr, nullptr, "CUT", nullptr, "cut", 108, 8, 0, 6},
-    {ImageFormat::Dib, "DIB", "장치 독립 비트맵", "dib", nullptr, nullptr, nullptr, nullptr, "", 0, 0, 0, 0},
+    {ImageFormat::Bmp, "BMP", "비트맵", "bmp rle", IsBmp, ReadBmp, nullptr, WriteBmp, "bmp", 6, 24, 0, 3},
+    {ImageFormat::Clp, "CLP", "클립보드 파일", "clp", IsClp, ReadClp, nullptr, nullptr, "", 0, 0, 0, 0},
+    {ImageFormat::Cut, "CUT", "닥터 할로", "cut", nullptr, ReadCut, nullptr, WriteCut, "cut", 108, 8, 0, 6},
+    {ImageFormat::Dib, "DIB", "장치 독립 비트맵", "dib", nullptr, ReadBmp, nullptr, nullptr, "", 0, 0, 0, 0},
     {ImageFormat::Dcx, "DCX", "여러 쪽 페인트브러시", "dcx", IsDcx, nullptr, "DCX", nullptr, "", 0, 0, 0, 0},
     {ImageFormat::Eps, "EPS", "캡슐화된 포스트스크립트", "eps epsf epsi", IsEps, nullptr, "EPS", nullptr, "", 0, 0, 0, 0},
-    {ImageFormat::Gif, "GIF", "그래픽 교환 형식", "gif", IsGif, nullptr, nullptr, nullptr, "", 0, 0, 0, 0},
-    {ImageFormat::Ico, "ICO", "아이콘", "ico", IsIco, nullptr, nullptr, nullptr, "", 0, 0, 0, 0},
+    {ImageFormat::Gif, "GIF", "그래픽 교환 형식", "gif", IsGif, ReadGif, nullptr, nullptr, "", 0, 0, 0, 0},
+    {ImageFormat::Ico, "ICO", "아이콘", "ico", IsIco, ReadIco, nullptr, nullptr, "", 0, 0, 0, 0},
     {ImageFormat::Jpeg, "JPEG", "JPEG 사진", "jpg jpeg jpe jfif", IsJpeg, ReadJpeg, nullptr, WriteJpeg, "jpg", 10, 24, 30, 2},
     {ImageFormat::Pntg, "PNTG", "맥페인트", "pntg mac", IsPntg, nullptr, "MAC", nullptr, "", 0, 0, 0, 0},
-    {ImageFormat::Msp, "MSP", "초기 그림판", "msp", IsMsp, nullptr, nullptr, nullptr, "", 0, 0, 0, 0},
+    {ImageFormat::Msp, "MSP", "초기 그림판", "msp", IsMsp, ReadMsp, nullptr, nullptr, "", 0, 0, 0, 0},
     {ImageFormat::Pcd, "PCD", "포토 CD", "pcd", IsPcd, nullptr, "PCD", nullptr, "", 0, 0, 0, 0},
-    {ImageFormat::Pcx, "PCX", "페인트브러시", "pcx", IsPcx, nullptr, "PCX", nullptr, "pcx", 1, 24, 0, 10},
+    {ImageFormat::Pcx, "PCX", "페인트브러시", "pcx", IsPcx, nullptr, "PCX", WritePcx, "pcx", 1, 24, 0, 10},
     {ImageFormat::Pict, "PICT", "퀵드로 그림", "pict pct pic", IsPict, nullptr, "PICT", nullptr, "pct", 56, 24, 0, 7},
     {ImageFormat::Png, "PNG", "이동식 네트워크 그래픽", "png apng", IsPng, ReadPng, nullptr, WritePng, "", 0, 0, 0, 0},
-    {ImageFormat::Psd, "PSD", "PSD 문서", "psd psb", IsPsd, nullptr, nullptr, nullptr, "psd", 76, 24, 0, 4},
+    {ImageFormat::Psd, "PSD", "PSD 문서", "psd psb", IsPsd, ReadPsd, nullptr, WritePsd, "psd", 76, 24, 0, 4},
     {ImageFormat::Sgi, "SGI", "SGI 그림", "sgi rgb rgba bw", IsSgi, nullptr, "SGI", nullptr, "sgi", 142, 24, 0, 8},
     {ImageFormat::Tga, "TGA", "타가", "tga icb vda vst", IsTga, nullptr, "TGA", nullptr, "", 0, 0, 0, 0},
-    {ImageFormat::Tiff, "TIFF", "태그 이미지 파일", "tif tiff", IsTiff, nullptr, nullptr, nullptr, "tif", 3, 24, 0, 5},
+    {ImageFormat::Tiff, "TIFF", "태그 이미지 파일", "tif tiff", IsTiff, ReadTiff, nullptr, WriteTiff, "tif", 3, 24, 0, 5},
     {ImageFormat::Wmf, "WMF", "윈도우 메타파일", "wmf", IsWmf, nullptr, "WMF", nullptr, "", 0, 0, 0, 0},
-    {ImageFormat::Wpg, "WPG", "워드퍼펙트 그래픽", "wpg", IsWpg, nullptr, "WPG", nullptr, "wpg", 54, 8, 0, 9},
-    {ImageFormat::WebP, "WebP", "웹 사진", "webp", IsWebP, nullptr, nullptr, nullptr, "", 0, 0, 0, 0},
+    {ImageFormat::Wpg, "WPG", "워드퍼펙트 그래픽", "wpg", IsWpg, ReadWpg, "WPG", WriteWpg, "wpg", 54, 8, 0, 9},
+    {ImageFormat::WebP, "WebP", "웹 사진", "webp", IsWebP, ReadWebP, nullptr, WriteWebP, "", 0, 0, 0, 0},
     {ImageFormat::Avif, "AVIF", "AV1 사진", "avif avifs", IsAvif, nullptr, "AVIF", nullptr, "", 0, 0, 0, 0},
     {ImageFormat::Heic, "HEIC", "고효율 사진", "heic heif hif", IsHeic, nullptr, "HEIC", nullptr, "", 0, 0, 0, 0},
     {ImageFormat::JpegXl, "JPEG XL", "JPEG XL 사진", "jxl", IsJpegXl, nullptr, "JXL", nullptr, "", 0, 0, 0, 0},

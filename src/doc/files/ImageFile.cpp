@@ -1,6 +1,7 @@
 #include "doc/files/ImageFile.h"
 
 #include "base/Log.h"
+#include "doc/files/PixelRows.h"
 
 #include <algorithm>
 #include <array>
@@ -51,6 +52,7 @@ int ReadWith(const ImageFormatRow& row, std::span<const std::uint8_t> file, LBit
         return nResult;
     if (!IsSaneSize(picture.GetWidth(), picture.GetHeight(), Limits()))
         return IMG_ERROR_MEMORY;
+    NormalizeBilevel(picture);
     bitmap.Copy(picture);
     return IMG_SUCCESS;
 }

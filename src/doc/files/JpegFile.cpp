@@ -1,7 +1,7 @@
 #include "doc/files/JpegFile.h"
 
 #include "base/Log.h"
-#include "doc/files/CmykConverter.h"
+#include "doc/files/IccTransform.h"
 #include "doc/files/ImageFile.h"
 #include "doc/files/Orientation.h"
 
@@ -180,15 +180,21 @@ bool ReadCmykRows(CJpegDecoder& decoder, LBitmapBase& bitmap)
     unsigned int nProfile = 0;
     JOCTET* const pProfile = decoder.Profile(nProfile);
     const std::unique_ptr<JOCTET, decltype(&std::free)> ownProfile(pProfile, &std::free);
-    // Whoever writes the Adobe mark also writes the inks inverted.
-    const CCmykConverter convert({pProfile, nProfile}, decoder.Info().saw_Adobe_marker);
-    const auto nWidth = static_cast<std::size_t>(bitmap.GetWidth());
-    std::vector<std::uint8_t> row(nWidth * 4);
+    const auto transform = pProfile ? CIccTransform::FromInks({pProfile, nProfile}) : nullptr;
+    // Whoever writes the Adobe mark also writes the inks so that 255 is none of it, as the conversion wants them.
+    const std::uint8_t flip = decoder.Info().saw_Adobe_marker ? 0 : 255;
+    const int nWidth = bitmap.GetWidth();
+    std::vector<std::uint8_t> row(static_cast<std::size_t>(nWidth) * 4);
     for (int y = 0; y < bitmap.GetHeight(); y++) {
         std::uint8_t* pRow = row.data();
         if (!decoder.ReadRows(&pRow, 1))
             return false;
-        convert.Convert(row.data(), bitmap.WriteRow(y), nWidth);
+        for (std::uint8_t& n : row)
+            n ^= flip;
+        if (transform)
+            transform->Row(row.data(), bitmap.WriteRow(y), nWidth);
+        else
+            InksToBgr(row.data(), bitmap.WriteRow(y), nWidth);
     }
     return true;
 }
