@@ -1,6 +1,6 @@
 """Commands and widget glyphs. What a command brings, takes away or turns is in the accent; plus makes, minus removes."""
 from svgkit import *
-from tools import DROP
+from tools import DROP, RAYS
 
 PAGE = s("M3 1H9L13 5V14H3Z", "M9 1V5H13")
 PAGE_CUT = s("M8 14H3V1H9L13 5V7", "M9 1V5H13")          # room for a badge at the lower right
@@ -98,15 +98,15 @@ COMMANDS = {
     "guides": s(rrect(3, 3, 13, 13)) + a("M6 1V15", "M1 9H15"),
     "toolbox": s(rrect(4, 1, 12, 15), "M8 1V15", "M4 8H12", "M4 4.5H12", "M4 11.5H12"),
     "colour-box": s(circ(8, 8, 6)) + f(dot(5, 7, 1), dot(8, 4.8, 1), dot(11, 7, 1)) + af(dot(9.6, 10.6, 1.6)),
-    "brush-box": s(rrect(2, 2, 14, 14)) + f(circ(5, 5, .8), circ(10.3, 5.3, 1.6), circ(5.3, 10.3, 1.6), circ(10.7, 10.7, 2.2)),
+    "brush-box": f(rrect(1.5, 2.5, 14.5, 3.5, .5), rrect(1.5, 5.5, 14.5, 7.5, 1), rrect(1.5, 9.5, 14.5, 13.5, 2)),
     "history-box": s("M2.7 8A5.8 5.8 0 1 1 4.4 12.2", "M8.4 5V8.4L10.8 10", "M1 6.2L2.7 8.4L5 6.8"),
     "assistant-box": s(rrect(2, 2, 14, 14), "M10 2V14") + stripes(4, 7, 5, 8, 11),
     # selections
     "select-all": DASHED + at(cell(4, 4, 12, 12), opacity=.55),
     "select-none": DASHED + a("M6 6L10 10", "M10 6L6 10"),
     "select-invert": at(rect(3.2, 3.2, 12.8, 12.8) + circ(8, 8, 2.6), opacity=.55) + DASHED + s(circ(8, 8, 2.6)),
-    "select-feather": s(*dashed(ellipse(8, 8, 6, 6), 10, .5)) + at(circ(8, 8, 4.4), opacity=.25) + at(circ(8, 8, 3), opacity=.4) + af(circ(8, 8, 1.6)),
-    "select-border": s(*dashrect(1, 1, 15, 15), *dashrect(5, 5, 11, 11, 1)) + at(rect(2, 2, 14, 14) + rect(4, 4, 12, 12), opacity=.55),
+    "select-feather": s(*dashed(ellipse(8, 8, 6, 6), 9, .42)) + at(circ(8, 8, 4.4), opacity=.25) + at(circ(8, 8, 3), opacity=.4) + af(circ(8, 8, 1.6)),
+    "select-border": s(*dashrect(1, 1, 15, 15), *dashrect(5, 5, 11, 11)) + at(rect(2, 2, 14, 14) + rect(4, 4, 12, 12), opacity=.55),
     "select-grow": DASHED + a("M4 8H12", head(4, 8, 180), head(12, 8, 0)),
     "select-shrink": DASHED + a("M4 8H6.8", head(7, 8, 0, 2.4), "M12 8H9.2", head(9, 8, 180, 2.4)),
     "select-crop": s("M4 1V12H15", "M1 4H12V15") + at(cell(6, 6, 10, 10), opacity=.55),
@@ -135,7 +135,7 @@ COMMANDS = {
     "capture-window": VIEWFINDER + a("M4 4H12V12H4Z") + af(cell(4, 4, 12, 6)),
     "capture-client": VIEWFINDER + s("M4 7V4H12V7") + a("M4 7H12V12H4Z") + at(rect(4, 7, 12, 12), opacity=.3),
     "capture-object": VIEWFINDER + a(rrect(4, 5, 12, 9, 1)) + s("M8 8V13L9.4 11.8L10.4 13.6"),
-    "capture-area": VIEWFINDER + a(*dashrect(5, 5, 11, 11, 1)),
+    "capture-area": VIEWFINDER + a(*dashrect(5, 5, 11, 11)),
     "capture-cursor": VIEWFINDER + a(POINTER),
     "capture-menu": VIEWFINDER + s("M4 4H12V12H4Z") + af(rect(4.5, 6.5, 11.5, 9.5)),
     "capture-settings": s("M1 4V1H4", "M12 1H15V4", "M4 15H1V12", circ(7.5, 6.5, 2.5)) + sliders(),
@@ -149,7 +149,7 @@ COMMANDS = {
     "window-cascade": s(rrect(2, 2, 10, 9), "M2 4H10") + s("M12 6H13A1 1 0 0 1 14 7V13A1 1 0 0 1 13 14H7A1 1 0 0 1 6 13V11"),
     "window-tile-horz": s(rrect(2, 2, 14, 7), rrect(2, 9, 14, 14)) + f(rect(2.5, 2.5, 13.5, 3.5), rect(2.5, 9.5, 13.5, 10.5)),
     "window-tile-vert": s(rrect(2, 2, 7, 14), rrect(9, 2, 14, 14)) + f(rect(2.5, 2.5, 6.5, 3.5), rect(9.5, 2.5, 13.5, 3.5)),
-    "window-arrange": s(rrect(2, 8, 14, 14)) + f(cell(4, 11, 5, 11), cell(8, 11, 8, 11)) + s("M8 1V5") + s(head(8, 5, 90, 3)),
+    "window-arrange": s(rrect(2, 2, 14, 14)) + f(cell(4, 10, 5, 12), cell(7, 10, 8, 12), cell(10, 10, 11, 12)),
     # filters
     "filter": filters(af(star(11.8, 4.6, 3.6))),
     "filter-blur": filters(fly(a(DROP))),
@@ -161,7 +161,7 @@ COMMANDS = {
     "filter-custom": filters(af(*[rect(9 + 2.2 * x, 1.2 + 2.2 * y, 10.6 + 2.2 * x, 2.8 + 2.2 * y) for x in range(3) for y in range(3)])),
     "levels": s("M2 12H14") + t("M2 12C4 11 5 4 7 4C9 4 9.5 8.5 11 9C12 9.3 13 11 14 12Z", opacity=.35) + s("M2 12C4 11 5 4 7 4C9 4 9.5 8.5 11 9C12 9.3 13 11 14 12") + af("M4 12.4L5.4 15H2.6Z", "M8 12.4L9.4 15H6.6Z", "M12 12.4L13.4 15H10.6Z"),
     "curves": graph("M2 14C7 13 8 4 14 3"),
-    "brightness": s(circ(8, 8, 3)) + f("M8 5A3 3 0 0 1 8 11Z") + s("M8 1.5V2.5", "M8 13.5V14.5", "M1.5 8H2.5", "M13.5 8H14.5", "M3.4 3.4L4.1 4.1", "M11.9 11.9L12.6 12.6", "M12.6 3.4L11.9 4.1", "M4.1 11.9L3.4 12.6"),
+    "brightness": s(circ(8, 8, 3)) + f("M8 5A3 3 0 0 1 8 11Z") + s(*RAYS),
     "hue": s(*VENN),
     "balance": s("M8 2V14", "M5 14H11", "M3 4H13", "M3 4L1.2 9H4.8Z", "M13 4L11.2 9H14.8Z"),
     "gamma": graph("M2 14C3 6 8 3 14 3"),

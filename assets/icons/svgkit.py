@@ -163,19 +163,37 @@ def corners(x0, y0, x1, y1, leg=3):
             f"M{x1} {y1 - leg}V{y1}H{x1 - leg}", f"M{x0 + leg} {y1}H{x0}V{y1 - leg}"]
 
 
-def dashrect(x0, y0, x1, y1, leg=1.5):
-    """Dashed frame: corners, and as many dashes of the same look between them as fit."""
-    out = corners(x0, y0, x1, y1, leg)
-    for lo, hi, horizontal in ((x0, x1, True), (y0, y1, False)):
-        room = hi - lo - 2 * leg
-        n = max(1, round((room - 2) / 4))
-        dash = 2.0 if n == 1 and room >= 6 else 1.5
-        gap = (room - n * dash) / (n + 1)
-        for k in range(n):
-            p = lo + leg + gap + k * (dash + gap)
-            for q in ((y0, y1) if horizontal else (x0, x1)):
-                out.append(f"M{p} {q}H{p + dash}" if horizontal else f"M{q} {p}V{p + dash}")
+# Whole cells, so that every dash is sharp: side length in cells -> cells of a corner's leg, of a gap, of the middle dash.
+_DASHES = {7: (2, 1, 1), 11: (2, 2, 3), 13: (3, 2, 3), 15: (4, 2, 3)}
+
+
+def dashrect(x0, y0, x1, y1):
+    """Dashed frame over the cells from x0, y0 to x1, y1."""
+    out = []
+    for lo, hi, near, far, horizontal in ((x0, x1, y0, y1, True), (y0, y1, x0, x1, False)):
+        leg, gap, dash = _DASHES[hi - lo + 1]
+        runs = [(lo, lo + leg - 1), (hi - leg + 1, hi)] + [(lo + leg + gap, lo + leg + gap + max(dash - 1, .02))]
+        for q in (near, far):
+            out += [f"M{a0} {q}H{a1}" if horizontal else f"M{q} {a0}V{a1}" for a0, a1 in runs]
     return out
+
+
+def dashpoly(*points, gap=2.5):
+    """A polygon with whole corners; the gaps lie inside its sides, two in a long one."""
+    out, run = [], []
+    for (x0, y0), (x1, y1) in zip(points, points[1:] + points[:1]):
+        length = math.hypot(x1 - x0, y1 - y0)
+        n = 2 if length > 7.5 else 1
+        solid = (length - n * gap) / (n + 1)
+        run.append((x0, y0))
+        for k in range(1, n + 1):
+            start = k * solid + (k - 1) * gap
+            for at_ in (start, start + gap):
+                run.append((x0 + at_ / length * (x1 - x0), y0 + at_ / length * (y1 - y0)))
+            out.append(run[:-1])
+            run = run[-1:]
+    out[0] = run + out[0]
+    return [poly(*piece, closed=False) for piece in out]
 
 
 def _flatten(path, steps=24):

@@ -61,6 +61,11 @@ bool SaveSheet(const QStringList& names, const QString& strFile, qreal fScale, c
 void PaintIcon(QPainter& painter, const QRect& rc, const QString& strName)
 {
     const QIcon icon = LoadIcon(strName);
+    if (strName.startsWith("history/")) {
+        icon.paint(&painter, rc.x() + 8, rc.y() + 12, 23, 22);
+        icon.paint(&painter, rc.x() + 48, rc.y() + 12, 23, 22, Qt::AlignCenter, QIcon::Disabled);
+        return;
+    }
     icon.paint(&painter, rc.x() + 4, rc.y() + 10, 24, 24);
     icon.paint(&painter, rc.x() + 34, rc.y() + 14, 16, 16);
     icon.paint(&painter, rc.x() + 58, rc.y() + 10, 24, 24, Qt::AlignCenter, QIcon::Disabled);
