@@ -85,7 +85,8 @@ const Group g_blend("blend", [] {
     for (int nMode = 0; nMode < BLEND_COUNT; nMode++)
         Register({"blend 3840 x 2160, " + std::string(c_aBlendNames[nMode]) + " / copying the layer", BarOf(nMode),
                   [=] { layer->Blend(nMode); }, [=] { layer->Memcpy(); }});
-    Register({"mix a layer into the canvas / copying the layer", 6, [=] { layer->Mix(false); }, [=] { layer->Memcpy(); }});
+    Register(
+        {"mix a layer into the canvas / copying the layer", 6, [=] { layer->Mix(false); }, [=] { layer->Memcpy(); }});
 });
 
 // A vector form that is no faster than its plain form has no reason to be (Normal and Behind are copies in both).
@@ -93,8 +94,10 @@ const Group g_plain("blend against plain", [] {
     const auto layer = std::make_shared<Layer>();
     for (int nMode = 0; nMode < BLEND_COUNT; nMode++)
         Register({"blend 3840 x 2160, " + std::string(c_aBlendNames[nMode]) + " / its plain form",
-                  nMode == BLEND_NORMAL || nMode == BLEND_BEHIND ? 3 : 1.1, [=] { layer->Blend(nMode); }, [=] { layer->BlendPlain(nMode); }});
-    Register({"mix a layer into the canvas / its plain form", 1.1, [=] { layer->Mix(false); }, [=] { layer->Mix(true); }});
+                  nMode == BLEND_NORMAL || nMode == BLEND_BEHIND ? 3 : 1.1, [=] { layer->Blend(nMode); },
+                  [=] { layer->BlendPlain(nMode); }});
+    Register(
+        {"mix a layer into the canvas / its plain form", 1.1, [=] { layer->Mix(false); }, [=] { layer->Mix(true); }});
 });
 
 } // namespace

@@ -76,7 +76,8 @@ void BlendBlock(int nMode, const uint8_t* pCanvas, const uint8_t* pSource, uint8
     });
 }
 
-void MixRow(const uint8_t* pCanvas, const uint8_t* pBlock, uint8_t* pOut, const MixPlace& place, const MixSettings& settings)
+void MixRow(const uint8_t* pCanvas, const uint8_t* pBlock, uint8_t* pOut, const MixPlace& place,
+            const MixSettings& settings)
 {
     const BlendTexture* pTexture = settings.pTexture;
     if (!pTexture || pTexture->nWidth <= 0 || pTexture->nHeight <= 0)
@@ -86,7 +87,8 @@ void MixRow(const uint8_t* pCanvas, const uint8_t* pBlock, uint8_t* pOut, const 
     size_t nColumn = static_cast<size_t>(place.x % pTexture->nWidth);
     for (size_t i = 0; i < place.nCount;) {
         const size_t n = std::min(place.nCount - i, pTexture->nWidth - nColumn);
-        VectorMixRun(pCanvas + i * 3, pBlock + i * 4, pOut + i * 3, n, {settings.nOpacity, settings.bHardAlpha, pTile + nColumn});
+        VectorMixRun(pCanvas + i * 3, pBlock + i * 4, pOut + i * 3, n,
+                     {settings.nOpacity, settings.bHardAlpha, pTile + nColumn});
         i += n;
         nColumn = 0;
     }

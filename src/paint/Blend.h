@@ -7,13 +7,13 @@
 
 namespace kestrune {
 
-// Arrays, all tightly packed, row after row from the top. Canvas: 3 bytes a pixel, red, green, blue, without alpha. Block
-// (source and destination): 4 bytes a pixel, red, green, blue, alpha (or 3 where the pixel size says so), its top left
-// corner at (x, y) of the canvas.
+// Arrays, all tightly packed, row after row from the top. Canvas: 3 bytes a pixel, red, green, blue, without alpha.
+// Block (source and destination): 4 bytes a pixel, red, green, blue, alpha (or 3 where the pixel size says so), its top
+// left corner at (x, y) of the canvas.
 
-/// Colours a block: destination = mode(canvas, source), not yet mixed with the canvas. Looks at neither coverage nor opacity;
-/// the source's alpha is copied, except by Dissolve. The block must lie inside the canvas; one that does not, and a mode
-/// over 15, leave the destination as it was. Large blocks run on all cores.
+/// Colours a block: destination = mode(canvas, source), not yet mixed with the canvas. Looks at neither coverage nor
+/// opacity; the source's alpha is copied, except by Dissolve. The block must lie inside the canvas; one that does not,
+/// and a mode over 15, leave the destination as it was. Large blocks run on all cores.
 void BlendBlock(int nMode, const std::uint8_t* pCanvas, const std::uint8_t* pSource, std::uint8_t* pDestination,
                 int nCanvasWidth, int nCanvasHeight, int w, int h, int x, int y, int nPixelSize);
 
@@ -26,8 +26,8 @@ struct BlendTexture {
 
 /// How a coloured block goes into the picture.
 struct MixSettings {
-    int nOpacity = 255;                     ///< 0..255
-    bool bHardAlpha = false;                ///< harden the alpha at 128: pictures of few colours (`CPaintImage::IsHardAlpha`)
+    int nOpacity = 255; ///< 0..255
+    bool bHardAlpha = false; ///< harden the alpha at 128: pictures of few colours (`CPaintImage::IsHardAlpha`)
     const BlendTexture* pTexture = nullptr; ///< null without one
 };
 
@@ -44,7 +44,8 @@ void MixRow(const std::uint8_t* pCanvas, const std::uint8_t* pBlock, std::uint8_
             const MixSettings& settings);
 
 /// Multiplies a mask row and an opacity (0..255) into the alpha bytes of a block row of pixel size `nPixelSize`.
-void MultiplyAlphaRow(std::uint8_t* pBlock, const std::uint8_t* pMask, int nOpacity, std::size_t nCount, int nPixelSize = 4);
+void MultiplyAlphaRow(std::uint8_t* pBlock, const std::uint8_t* pMask, int nOpacity, std::size_t nCount,
+                      int nPixelSize = 4);
 
 /// Grows a coverage row by a dab row: c += (255 - c) x m.
 void AccumulateRow(std::uint8_t* pCoverage, const std::uint8_t* pDab, std::size_t nCount);

@@ -19,9 +19,10 @@ void VectorBlendRow(int nMode, const std::uint8_t* pCanvas, const std::uint8_t* 
                     std::size_t nCount);
 
 /// One row of Dissolve: draws a number a pixel from `nState` (the generator of base/Random.h), which moves on.
-void PlainDissolveRow(std::uint32_t& nState, const std::uint8_t* pSource, std::uint8_t* pDestination, std::size_t nCount,
-                      int nPixelSize);
-void VectorDissolveRow(std::uint32_t& nState, const std::uint8_t* pSource, std::uint8_t* pDestination, std::size_t nCount);
+void PlainDissolveRow(std::uint32_t& nState, const std::uint8_t* pSource, std::uint8_t* pDestination,
+                      std::size_t nCount, int nPixelSize);
+void VectorDissolveRow(std::uint32_t& nState, const std::uint8_t* pSource, std::uint8_t* pDestination,
+                       std::size_t nCount);
 
 /// How a run of pixels is mixed: opacity, hardening, and one texture byte a pixel (or null).
 struct MixRun {
@@ -34,7 +35,8 @@ void PlainMixRun(const std::uint8_t* pCanvas, const std::uint8_t* pBlock, std::u
 void VectorMixRun(const std::uint8_t* pCanvas, const std::uint8_t* pBlock, std::uint8_t* pOut, std::size_t nCount,
                   const MixRun& run);
 
-void PlainMultiplyAlphaRow(std::uint8_t* pBlock, const std::uint8_t* pMask, int nOpacity, std::size_t nCount, int nPixelSize);
+void PlainMultiplyAlphaRow(std::uint8_t* pBlock, const std::uint8_t* pMask, int nOpacity, std::size_t nCount,
+                           int nPixelSize);
 void VectorMultiplyAlphaRow(std::uint8_t* pBlock, const std::uint8_t* pMask, int nOpacity, std::size_t nCount);
 
 void PlainAccumulateRow(std::uint8_t* pCoverage, const std::uint8_t* pDab, std::size_t nCount);

@@ -27,8 +27,8 @@ enum BlendMode {
 };
 
 /// The names of every mode list, in the order of the numbers.
-inline constexpr std::array<std::string_view, BLEND_COUNT> c_aBlendNames = {
-    "Normal", "Dissolve", "Behind", "Multiply", "Divide", "Screen", "Overlay", "Difference",
-    "Addition", "Subtract", "Darken", "Lighten", "Hue", "Saturation", "Color", "Value"};
+inline constexpr std::array<std::string_view, BLEND_COUNT> c_aBlendNames
+    = {"Normal",   "Dissolve", "Behind", "Multiply", "Divide", "Screen",     "Overlay", "Difference",
+       "Addition", "Subtract", "Darken", "Lighten",  "Hue",    "Saturation", "Color",   "Value"};
 
 } // namespace kestrune

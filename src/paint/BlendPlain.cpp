@@ -96,7 +96,8 @@ BlendRowFn PlainBlendRow(int nMode, int nPixelSize)
     return nPixelSize == 3 ? c_aRows<3>[nMode] : c_aRows<4>[nMode];
 }
 
-void PlainDissolveRow(std::uint32_t& nState, const uint8_t* pSource, uint8_t* pDestination, std::size_t nCount, int nPixelSize)
+void PlainDissolveRow(std::uint32_t& nState, const uint8_t* pSource, uint8_t* pDestination, std::size_t nCount,
+                      int nPixelSize)
 {
     for (std::size_t i = 0; i < nCount; i++, pSource += nPixelSize, pDestination += nPixelSize) {
         std::copy_n(pSource, 3, pDestination);

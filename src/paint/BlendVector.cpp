@@ -41,10 +41,7 @@ void MultiplyAlpha(uint8_t* pBlock, const uint8_t* pMask, int nOpacity, size_t n
 {
     PlainMultiplyAlphaRow(pBlock, pMask, nOpacity, nCount, 4);
 }
-void Accumulate(uint8_t* pCoverage, const uint8_t* pDab, size_t nCount)
-{
-    PlainAccumulateRow(pCoverage, pDab, nCount);
-}
+void Accumulate(uint8_t* pCoverage, const uint8_t* pDab, size_t nCount) { PlainAccumulateRow(pCoverage, pDab, nCount); }
 
 #else
 
@@ -149,7 +146,8 @@ struct LightenOp {
     HWY_INLINE V8 operator()(V8 c, V8 s) const { return hn::Max(c, s); }
 };
 struct DivideOp {
-    // In single precision: a quotient under 256 is at least 1/256 away from the next whole number, far more than the rounding.
+    // In single precision: a quotient under 256 is at least 1/256 away from the next whole number, far more than the
+    // rounding.
     HWY_INLINE V8 operator()(V8 c, V8 s) const
     {
         const V32 cs = hn::BitCast(D32(), c), ss = hn::BitCast(D32(), s);
@@ -214,7 +212,8 @@ HWY_INLINE VI HueOf(const Rgb& c, VI max, VI min)
 {
     const auto isRed = hn::Eq(c.r, max);
     const auto isGreen = hn::Eq(c.g, max);
-    const VI part = hn::IfThenElse(isRed, hn::Sub(c.g, c.b), hn::IfThenElse(isGreen, hn::Sub(c.b, c.r), hn::Sub(c.r, c.g)));
+    const VI part
+        = hn::IfThenElse(isRed, hn::Sub(c.g, c.b), hn::IfThenElse(isGreen, hn::Sub(c.b, c.r), hn::Sub(c.r, c.g)));
     const VI start = hn::IfThenElse(isRed, Int(0), hn::IfThenElse(isGreen, Int(2), Int(4)));
     const VF delta = ToReal(hn::Max(hn::Sub(max, min), Int(1)));
     VF h = hn::Mul(hn::Add(hn::Div(ToReal(part), delta), ToReal(start)), Real(42.5));
@@ -392,7 +391,8 @@ void BlendRow(int nMode, const uint8_t* pCanvas, const uint8_t* pSource, uint8_t
 
 void DissolveRow(uint32_t& nState, const uint8_t* pSource, uint8_t* pDestination, size_t nCount)
 {
-    // Lane k holds the state after k + 1 draws. A whole vector of draws is one step too: state x a^n + c (a^(n-1) + ... + 1).
+    // Lane k holds the state after k + 1 draws. A whole vector of draws is one step too: state x a^n + c (a^(n-1) + ...
+    // + 1).
     constexpr uint32_t a = 214013u, c = 2531011u;
     const D32 d;
     const hn::RebindToSigned<D32> di;
@@ -420,8 +420,8 @@ void DissolveRow(uint32_t& nState, const uint8_t* pSource, uint8_t* pDestination
     PlainDissolveRow(nState, pSource + i * 4, pDestination + i * 4, nCount - i, 4);
 }
 
-/// d + (s - d) x a with the sign taken out, so that 16 bits suffice. Going down, the plain form's arithmetic shift rounds
-/// the half the other way: a bias of 127 instead of 128 says the same.
+/// d + (s - d) x a with the sign taken out, so that 16 bits suffice. Going down, the plain form's arithmetic shift
+/// rounds the half the other way: a bias of 127 instead of 128 says the same.
 HWY_INLINE V8 LerpV(V8 c, V8 s, V8 a)
 {
     const D8 d;
@@ -429,8 +429,8 @@ HWY_INLINE V8 LerpV(V8 c, V8 s, V8 a)
     const V8 size = hn::Or(down, hn::SaturatedSub(s, c));
     const V8 isDown = hn::VecFromMask(d, hn::Ne(down, hn::Zero(d)));
     const V8 bias = hn::Add(hn::Set(d, 128), isDown); // isDown is -1
-    const V8 step =
-        Join(Round255(hn::Mul(Even(size), Even(a)), Even(bias)), Round255(hn::Mul(Odd(size), Odd(a)), Odd(bias)));
+    const V8 step
+        = Join(Round255(hn::Mul(Even(size), Even(a)), Even(bias)), Round255(hn::Mul(Odd(size), Odd(a)), Odd(bias)));
     return hn::IfThenElse(hn::Ne(down, hn::Zero(d)), hn::Sub(c, step), hn::Add(c, step));
 }
 
@@ -521,7 +521,8 @@ void VectorBlendRow(int nMode, const std::uint8_t* pCanvas, const std::uint8_t* 
     HWY_DYNAMIC_DISPATCH(BlendRow)(nMode, pCanvas, pSource, pDestination, nCount);
 }
 
-void VectorDissolveRow(std::uint32_t& nState, const std::uint8_t* pSource, std::uint8_t* pDestination, std::size_t nCount)
+void VectorDissolveRow(std::uint32_t& nState, const std::uint8_t* pSource, std::uint8_t* pDestination,
+                       std::size_t nCount)
 {
     HWY_DYNAMIC_DISPATCH(DissolveRow)(nState, pSource, pDestination, nCount);
 }

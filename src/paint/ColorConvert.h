@@ -20,8 +20,9 @@ struct HlsBytes {
     bool operator==(const HlsBytes&) const = default;
 };
 
-// The integer conversions of the blend modes and the filters. They compute in doubles in exactly this order and truncate:
-// where a result is a whole number in exact arithmetic, a rounding below it shows, and that is part of the result.
+// The integer conversions of the blend modes and the filters. They compute in doubles in exactly this order and
+// truncate: where a result is a whole number in exact arithmetic, a rounding below it shows, and that is part of the
+// result.
 
 HsvBytes RgbToHsv(RgbBytes rgb);
 /// Grey of the value when the saturation is 0; a hue past the circle (255) yields `otherwise`.

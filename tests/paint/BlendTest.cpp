@@ -67,27 +67,23 @@ TEST(Blend, FormulasOfTheChannelModes)
         int nMode;
         Block expected;
     } rows[] = {
-        {BLEND_NORMAL, {255, 50, 0, 77}},
-        {BLEND_BEHIND, {255, 50, 0, 77}},
-        {BLEND_MULTIPLY, {100, 39, 0, 77}},
+        {BLEND_NORMAL, {255, 50, 0, 77}},    {BLEND_BEHIND, {255, 50, 0, 77}},   {BLEND_MULTIPLY, {100, 39, 0, 77}},
         {BLEND_DIVIDE, {100, 255, 0, 77}}, // 200 x 256 / 51 is limited; 0 divided stays 0
-        {BLEND_SCREEN, {255, 211, 0, 77}},
-        {BLEND_OVERLAY, {161, 174, 0, 77}},
-        {BLEND_DIFFERENCE, {155, 150, 0, 77}},
-        {BLEND_ADDITION, {255, 250, 0, 77}},
-        {BLEND_SUBTRACT, {0, 150, 0, 77}},
-        {BLEND_DARKEN, {100, 50, 0, 77}},
+        {BLEND_SCREEN, {255, 211, 0, 77}},   {BLEND_OVERLAY, {161, 174, 0, 77}}, {BLEND_DIFFERENCE, {155, 150, 0, 77}},
+        {BLEND_ADDITION, {255, 250, 0, 77}}, {BLEND_SUBTRACT, {0, 150, 0, 77}},  {BLEND_DARKEN, {100, 50, 0, 77}},
         {BLEND_LIGHTEN, {255, 200, 0, 77}},
     };
     for (const auto& row : rows)
         EXPECT_EQ(BlendPixel(row.nMode, canvas, source), row.expected) << c_aBlendNames[row.nMode];
-    EXPECT_EQ(BlendPixel(BLEND_DIVIDE, {1, 0, 200}, {0, 0, 0, 5}), (Block{255, 0, 255, 5})); // a source of 0 makes white
+    EXPECT_EQ(BlendPixel(BLEND_DIVIDE, {1, 0, 200}, {0, 0, 0, 5}),
+              (Block{255, 0, 255, 5})); // a source of 0 makes white
 }
 
 TEST(Blend, ColourModesOnGreys)
 {
-    EXPECT_EQ(BlendPixel(BLEND_HUE, {90, 90, 90}, {255, 0, 0, 9}), (Block{90, 90, 90, 9}));       // grey has no hue to change
-    EXPECT_EQ(BlendPixel(BLEND_COLOR, {200, 100, 0}, {70, 70, 70, 9}), (Block{100, 100, 100, 9})); // grey of the canvas's lightness
+    EXPECT_EQ(BlendPixel(BLEND_HUE, {90, 90, 90}, {255, 0, 0, 9}), (Block{90, 90, 90, 9})); // grey has no hue to change
+    EXPECT_EQ(BlendPixel(BLEND_COLOR, {200, 100, 0}, {70, 70, 70, 9}),
+              (Block{100, 100, 100, 9})); // grey of the canvas's lightness
     EXPECT_EQ(BlendPixel(BLEND_SATURATION, {200, 100, 0}, {70, 70, 70, 9}), (Block{200, 200, 200, 9}));
     EXPECT_EQ(BlendPixel(BLEND_VALUE, {255, 0, 0}, {0, 51, 0, 9}), (Block{51, 0, 0, 9}));
 }
@@ -128,7 +124,8 @@ TEST(Blend, VectorsGiveTheBytesOfThePlainForm)
             if (!plain)
                 continue;
             for (std::size_t n : c_aWidths) {
-                for (std::size_t nShift = 0; nShift < 3; nShift++) { // unaligned starts, exact ends (a sanitizer sees a step over)
+                for (std::size_t nShift = 0; nShift < 3;
+                     nShift++) { // unaligned starts, exact ends (a sanitizer sees a step over)
                     const Block canvas = RandomBytes(nShift + n * 3, static_cast<unsigned>(n + nMode * 100));
                     const Block source = RandomBytes(nShift + n * 4, static_cast<unsigned>(n + nMode * 100 + 7));
                     Block expected(nShift + n * 4 + 16, 0x5A), out = expected;
@@ -159,7 +156,8 @@ TEST(Blend, VectorsAgreeOnEveryPairOfBytes)
     });
 }
 
-// A million colours against others, on the best target: the doubles have to fall on the same side of every whole number.
+// A million colours against others, on the best target: the doubles have to fall on the same side of every whole
+// number.
 TEST(Blend, VectorsAgreeOnManyColours)
 {
     constexpr std::size_t n = 1 << 20;

@@ -14,7 +14,8 @@ TEST(ColorConvert, KnownColours)
     EXPECT_EQ(RgbToHsv({0, 0, 255}), (HsvBytes{170, 255, 255}));
     EXPECT_EQ(RgbToHsv({255, 0, 1}), (HsvBytes{254, 255, 255})); // just below the circle's end
     EXPECT_EQ(RgbToHsv({0, 0, 0}), (HsvBytes{0, 0, 0}));
-    EXPECT_EQ(RgbToHsv({200, 200, 0}), (HsvBytes{42, 255, 200})); // 42.5 truncated; of equal ones red counts as the largest
+    EXPECT_EQ(RgbToHsv({200, 200, 0}),
+              (HsvBytes{42, 255, 200})); // 42.5 truncated; of equal ones red counts as the largest
     EXPECT_EQ(RgbToHls({255, 0, 0}), (HlsBytes{0, 127, 255}));
     EXPECT_EQ(RgbToHls({255, 254, 255}), (HlsBytes{212, 254, 127})); // 255 / 2: the divisor counts from 511, not 510
     EXPECT_EQ(RgbToHls({10, 11, 10}), (HlsBytes{85, 10, 12}));
@@ -22,8 +23,8 @@ TEST(ColorConvert, KnownColours)
     EXPECT_EQ(HsvToRgb({255, 255, 255}, {7, 8, 9}), (RgbBytes{7, 8, 9})); // past the circle nothing is written
 }
 
-// A whole number in exact arithmetic may come out one lower; it must then be so on every road. This pins the order of the
-// operations: 2/5 of a sixth is 17 steps exactly, and 255ths do not all survive division and multiplication.
+// A whole number in exact arithmetic may come out one lower; it must then be so on every road. This pins the order of
+// the operations: 2/5 of a sixth is 17 steps exactly, and 255ths do not all survive division and multiplication.
 TEST(ColorConvert, DoublesAreNotMended)
 {
     int nLow = 0;
@@ -46,10 +47,12 @@ TEST(ColorConvert, RoundTripsStayClose)
         for (int g = 0; g < 256; g += 15)
             for (int b = 0; b < 256; b += 15) {
                 const RgbBytes hsv = HsvToRgb(RgbToHsv({r, g, b}));
-                ASSERT_LE(std::abs(hsv.r - r) + std::abs(hsv.g - g) + std::abs(hsv.b - b), 14) << r << ' ' << g << ' ' << b;
+                ASSERT_LE(std::abs(hsv.r - r) + std::abs(hsv.g - g) + std::abs(hsv.b - b), 14)
+                    << r << ' ' << g << ' ' << b;
                 const HlsBytes hls = RgbToHls({r, g, b});
                 const RgbBytes back = HlsToRgb(hls.h, hls.l, hls.s);
-                ASSERT_LE(std::abs(back.r - r) + std::abs(back.g - g) + std::abs(back.b - b), 20) << r << ' ' << g << ' ' << b;
+                ASSERT_LE(std::abs(back.r - r) + std::abs(back.g - g) + std::abs(back.b - b), 20)
+                    << r << ' ' << g << ' ' << b;
                 for (auto [to, from] : {std::pair{&RgbToHsvF, &HsvToRgbF}, std::pair{&RgbToHslF, &HslToRgbF}}) {
                     const ColorF f{r / 255.0, g / 255.0, b / 255.0};
                     const ColorF turned = to(f), again = from(turned);
