@@ -18,6 +18,8 @@ constexpr StringRow c_aStrings[] = {
     {IDS_PRODUCT_NAME, "케스트룬"},
     {IDS_BAD_FORMAT, "올바른 파일 형식이 아닙니다."},
     {IDS_LOAD_ERROR, "이미지를 로딩하는 도중 오류가 발생하였습니다.! -> 오류 코드:"},
+    {IDS_NUMBER_OUT_OF_RANGE, "Given value is out of range.\n"},
+    {IDS_NUMBER_EXPECTED, "Characters must be a number.\n"},
     {IDS_CANNOT_READ, "파일을 읽을 수 없습니다."},
     {IDS_CANNOT_CREATE, "파일을 만들 수 없습니다."},
     {IDS_CANNOT_WRITE, "파일에 쓸 수 없습니다."},

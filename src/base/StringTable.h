@@ -13,6 +13,8 @@ inline constexpr int IDS_OLE_INIT_FAILED = 100;
 inline constexpr int IDS_PRODUCT_NAME = 130;
 inline constexpr int IDS_BAD_FORMAT = 60001;
 inline constexpr int IDS_LOAD_ERROR = 60002;
+inline constexpr int IDS_NUMBER_OUT_OF_RANGE = 60003;
+inline constexpr int IDS_NUMBER_EXPECTED = 60004;
 // Reading and writing files.
 inline constexpr int IDS_CANNOT_READ = 60150;
 inline constexpr int IDS_CANNOT_CREATE = 60151;

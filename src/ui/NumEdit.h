@@ -1,0 +1,67 @@
+#pragma once
+
+#include "ui/NumText.h"
+
+#include <QLineEdit>
+
+#include <limits>
+
+namespace kestrune {
+
+/// An edit box for one number with an optional unit behind it.
+///
+/// The text is checked at every keystroke; what it holds is read with `GetValue`, and the caller decides what to do with a
+/// bad one. Enter or leaving the box writes the value back with its unit, and works out a simple sum such as "100/2".
+/// The wheel (while the box has the focus) and the arrow keys step by the delta within the range.
+class CNumEdit : public QLineEdit {
+    Q_OBJECT
+public:
+    explicit CNumEdit(QWidget* pParent = nullptr);
+
+    void SetUnit(int nUnit);
+    int GetUnit() const { return m_nUnit; }
+    /// Digits after the point of the output format, 0..3.
+    void SetDecimalPlaces(int nDecimals);
+    void SetRange(float fMin, float fMax);
+    float GetMin() const { return m_fMinValue; }
+    float GetMax() const { return m_fMaxValue; }
+    /// The step of wheel, arrow keys and spin control.
+    void SetDelta(float fDelta) { m_fDelta = fDelta; }
+    float GetDelta() const { return m_fDelta; }
+    /// Whether bad input shows a message.
+    void SetVerbose(bool bVerbose) { m_bVerbose = bVerbose; }
+
+    /// The number that the text holds, in the box's unit; 0 for a text without one.
+    float GetValue() const;
+    /// Writes the value with its unit; it is not checked.
+    void SetValue(float fValue);
+    /// Checks the text: a `NumCode`. Shows a message for codes 1 and 2 when verbose.
+    int Verify() const;
+    /// Adds so many deltas, kept within the range.
+    void StepBy(int nSteps);
+
+Q_SIGNALS:
+    /// The value changed: typed, stepped or worked out; not by `SetValue`.
+    void ValueEdited(float fValue);
+
+protected:
+    void keyPressEvent(QKeyEvent* pEvent) override;
+    void wheelEvent(QWheelEvent* pEvent) override;
+    void focusInEvent(QFocusEvent* pEvent) override;
+
+private:
+    void OnKeystroke();
+    void Commit();
+    int Check(float& fValue) const;
+
+    int m_nUnit = NUMUNIT_NONE;
+    std::string m_strFormat = "%.0f";
+    int m_nDecimals = 0; ///< decimals used for display: the most seen so far
+    bool m_bVerbose = false;
+    float m_fDelta = 1.0f;
+    float m_fMinValue = std::numeric_limits<float>::lowest();
+    float m_fMaxValue = std::numeric_limits<float>::max();
+    int m_nWheelRest = 0; ///< eighths of a degree that have not made a step yet
+};
+
+} // namespace kestrune

@@ -1,0 +1,62 @@
+#include "ui/NumSpinCtrl.h"
+
+#include "ui/Icons.h"
+#include "ui/NumEdit.h"
+
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace kestrune {
+
+namespace {
+
+constexpr int c_nNeutral = 500;
+constexpr int c_nRange = 1000;
+constexpr int c_nStep = 1;
+
+QToolButton* MakeButton(QWidget* pParent, const char* pszIcon, const char* pszName)
+{
+    auto* pButton = new QToolButton(pParent);
+    pButton->setIcon(LoadIcon(QString::fromLatin1(pszIcon)));
+    pButton->setAutoRaise(true);
+    pButton->setAutoRepeat(true);
+    pButton->setFocusPolicy(Qt::NoFocus); // the box itself answers to the arrow keys
+    pButton->setAccessibleName(QString::fromUtf8(pszName));
+    pButton->setIconSize({8, 8});
+    pButton->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
+    pButton->setFixedWidth(16);
+    return pButton;
+}
+
+} // namespace
+
+CNumSpinCtrl::CNumSpinCtrl(CNumEdit* pBuddy, QWidget* pParent)
+    : QWidget(pParent)
+    , m_pBuddy(pBuddy)
+{
+    auto* pLayout = new QVBoxLayout(this);
+    pLayout->setContentsMargins(0, 0, 0, 0);
+    pLayout->setSpacing(0);
+    QToolButton* pUp = MakeButton(this, "widgets/spin-up", "늘리기");
+    QToolButton* pDown = MakeButton(this, "widgets/spin-down", "줄이기");
+    pLayout->addWidget(pUp);
+    pLayout->addWidget(pDown);
+    connect(pUp, &QToolButton::clicked, this, [this] { Step(c_nStep); });
+    connect(pDown, &QToolButton::clicked, this, [this] { Step(-c_nStep); });
+}
+
+QSize CNumSpinCtrl::sizeHint() const
+{
+    return {16, m_pBuddy ? m_pBuddy->sizeHint().height() : 22};
+}
+
+void CNumSpinCtrl::Step(int nSteps)
+{
+    m_nPos += nSteps;
+    if (m_nPos <= c_nStep || m_nPos >= c_nRange - c_nStep)
+        m_nPos = c_nNeutral;
+    if (m_pBuddy)
+        m_pBuddy->StepBy(nSteps);
+}
+
+} // namespace kestrune

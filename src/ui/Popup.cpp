@@ -1,0 +1,109 @@
+#include "ui/Popup.h"
+
+#include "ui/Icons.h"
+#include "ui/NumEdit.h"
+#include "ui/PopupSlider.h"
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QScreen>
+
+#include <algorithm>
+#include <cmath>
+
+namespace kestrune {
+
+namespace {
+
+/// The slider runs over whole steps of the box's delta, so that a box with decimals slides too.
+int ToSlider(const CNumEdit& edit, float fValue)
+{
+    return static_cast<int>(std::lround(fValue / edit.GetDelta()));
+}
+
+} // namespace
+
+CPopup::CPopup(CNumEdit* pEdit, QWidget* pParent)
+    : QFrame(pParent, Qt::Popup)
+    , m_pEdit(pEdit)
+    , m_pSlider(new CPopupSlider(this))
+{
+    setAttribute(Qt::WA_DeleteOnClose);
+    setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
+    auto* pLayout = new QHBoxLayout(this);
+    pLayout->setContentsMargins(4, 4, 4, 4);
+    pLayout->addWidget(m_pSlider);
+    m_pSlider->SetRange(ToSlider(*pEdit, pEdit->GetMin()), ToSlider(*pEdit, pEdit->GetMax()));
+    m_pSlider->SetPos(ToSlider(*pEdit, pEdit->GetValue()));
+    m_pSlider->SetDefault(m_pSlider->GetPos());
+    m_pSlider->setAccessibleName(pEdit->accessibleName());
+    connect(m_pSlider, &CPopupSlider::Moved, this, [this](int nPos, int) {
+        m_pEdit->SetValue(static_cast<float>(nPos) * m_pEdit->GetDelta());
+        Q_EMIT m_pEdit->ValueEdited(m_pEdit->GetValue());
+    });
+}
+
+void CPopup::Open(bool bFollow)
+{
+    adjustSize();
+    const QRect rcScreen = m_pEdit->screen()->availableGeometry();
+    QPoint pt = m_pEdit->mapToGlobal(QPoint(0, m_pEdit->height() + 1));
+    if (pt.y() + height() > rcScreen.bottom())
+        pt = m_pEdit->mapToGlobal(QPoint(0, -height() - 1));
+    pt.setX(std::clamp(pt.x(), rcScreen.left(), std::max(rcScreen.left(), rcScreen.right() - width())));
+    move(pt);
+    show();
+    m_pSlider->setFocus(Qt::PopupFocusReason);
+    if (bFollow) {
+        m_pSlider->BeginTracking();
+        m_pSlider->grabMouse();
+        connect(m_pSlider, &CPopupSlider::Released, m_pSlider, &QWidget::releaseMouse);
+    }
+}
+
+void CPopup::keyPressEvent(QKeyEvent* pEvent)
+{
+    const int nKey = pEvent->key();
+    if (nKey == Qt::Key_Escape || nKey == Qt::Key_Return || nKey == Qt::Key_Enter)
+        close();
+    else
+        QFrame::keyPressEvent(pEvent);
+}
+
+CPopupArrow::CPopupArrow(CNumEdit* pEdit, QWidget* pParent)
+    : QToolButton(pParent)
+    , m_pEdit(pEdit)
+{
+    setIcon(LoadIcon("widgets/arrow-down"));
+    setIconSize({10, 10});
+    setAutoRaise(true);
+    setFocusPolicy(Qt::NoFocus); // the box opens it with Alt+Down
+    setFixedWidth(16);
+    setAccessibleName(QString::fromUtf8("슬라이더 열기"));
+    pEdit->installEventFilter(this);
+}
+
+void CPopupArrow::OpenPopup(bool bFollow)
+{
+    (new CPopup(m_pEdit, m_pEdit->window()))->Open(bFollow);
+}
+
+void CPopupArrow::mousePressEvent(QMouseEvent* pEvent)
+{
+    if (pEvent->button() == Qt::LeftButton)
+        OpenPopup(true);
+}
+
+bool CPopupArrow::eventFilter(QObject* pObject, QEvent* pEvent)
+{
+    if (pObject == m_pEdit && pEvent->type() == QEvent::KeyPress) {
+        const auto* pKey = static_cast<QKeyEvent*>(pEvent);
+        if (pKey->key() == Qt::Key_Down && pKey->modifiers() & Qt::AltModifier) {
+            OpenPopup(false);
+            return true;
+        }
+    }
+    return QToolButton::eventFilter(pObject, pEvent);
+}
+
+} // namespace kestrune
