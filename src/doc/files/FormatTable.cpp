@@ -6,6 +6,7 @@
 #include "doc/files/CutFile.h"
 #include "doc/files/GifFile.h"
 #include "doc/files/IcoFile.h"
+#include "doc/files/ImportProcess.h"
 #include "doc/files/JpegFile.h"
 #include "doc/files/MspFile.h"
 #include "doc/files/PcxWriter.h"
@@ -213,10 +214,10 @@ constexpr ImageFormatRow c_aFormats[] = {
     {ImageFormat::Msp, "MSP", "초기 그림판", "msp", IsMsp, ReadMsp, nullptr, nullptr, "", 0, 0, 0, 0},
     {ImageFormat::Pcd, "PCD", "포토 CD", "pcd", IsPcd, nullptr, "PCD", nullptr, "", 0, 0, 0, 0},
     {ImageFormat::Pcx, "PCX", "페인트브러시", "pcx", IsPcx, nullptr, "PCX", WritePcx, "pcx", 1, 24, 0, 10},
-    {ImageFormat::Pict, "PICT", "퀵드로 그림", "pict pct pic", IsPict, nullptr, "PICT", nullptr, "pct", 56, 24, 0, 7},
+    {ImageFormat::Pict, "PICT", "퀵드로 그림", "pict pct pic", IsPict, nullptr, "PICT", WritePict, "pct", 56, 24, 0, 7},
     {ImageFormat::Png, "PNG", "이동식 네트워크 그래픽", "png apng", IsPng, ReadPng, nullptr, WritePng, "", 0, 0, 0, 0},
     {ImageFormat::Psd, "PSD", "PSD 문서", "psd psb", IsPsd, ReadPsd, nullptr, WritePsd, "psd", 76, 24, 0, 4},
-    {ImageFormat::Sgi, "SGI", "SGI 그림", "sgi rgb rgba bw", IsSgi, nullptr, "SGI", nullptr, "sgi", 142, 24, 0, 8},
+    {ImageFormat::Sgi, "SGI", "SGI 그림", "sgi rgb rgba bw", IsSgi, nullptr, "SGI", WriteSgi, "sgi", 142, 24, 0, 8},
     {ImageFormat::Tga, "TGA", "타가", "tga icb vda vst", IsTga, nullptr, "TGA", nullptr, "", 0, 0, 0, 0},
     {ImageFormat::Tiff, "TIFF", "태그 이미지 파일", "tif tiff", IsTiff, ReadTiff, nullptr, WriteTiff, "tif", 3, 24, 0, 5},
     {ImageFormat::Wmf, "WMF", "윈도우 메타파일", "wmf", IsWmf, nullptr, "WMF", nullptr, "", 0, 0, 0, 0},
