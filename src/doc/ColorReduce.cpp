@@ -7,7 +7,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
+#include <cstdlib>
 
 namespace kestrune {
 
@@ -65,40 +65,45 @@ constexpr int BayerLevel(int x, int y)
 }
 static_assert(BayerLevel(0, 0) == 0 && BayerLevel(1, 1) == 16 && BayerLevel(1, 0) == 32 && BayerLevel(0, 1) == 48);
 
-/// How far apart neighbouring entries lie along one channel: the threshold must reach from one to the next, no further.
-int SpreadOf(std::span<const RGBQUAD> palette, bool bGrey)
+/// How far apart neighbouring entries lie along one channel (0 blue, 1 green, 2 red): the threshold must reach from one to the
+/// next, no further. The middle one of all entries' steps, so that a few greys in a cube of colours don't count.
+int SpreadOf(std::span<const RGBQUAD> palette, int nChannel)
 {
-    double fSum = 0;
-    for (std::size_t i = 0; i < palette.size(); i++) {
-        int nLeast = 3 * 255 * 255 + 1;
-        for (std::size_t j = 0; j < palette.size(); j++) {
-            const int r = palette[i].rgbRed - palette[j].rgbRed, g = palette[i].rgbGreen - palette[j].rgbGreen,
-                      b = palette[i].rgbBlue - palette[j].rgbBlue;
-            const int nDistance = r * r + g * g + b * b;
-            if (nDistance > 0)
-                nLeast = std::min(nLeast, nDistance);
+    std::vector<int> steps;
+    for (const RGBQUAD& from : palette) {
+        int nLeast = 256;
+        for (const RGBQUAD& to : palette) {
+            const int apart[3] = {to.rgbBlue - from.rgbBlue, to.rgbGreen - from.rgbGreen, to.rgbRed - from.rgbRed};
+            const int nStep = std::abs(apart[nChannel]);
+            const int nDistance = apart[0] * apart[0] + apart[1] * apart[1] + apart[2] * apart[2];
+            if (nStep > 0 && 4 * nStep * nStep > nDistance) // lies mostly this way
+                nLeast = std::min(nLeast, nStep);
         }
-        if (nLeast <= 3 * 255 * 255)
-            fSum += std::sqrt(bGrey ? nLeast / 3.0 : nLeast);
+        if (nLeast < 256)
+            steps.push_back(nLeast);
     }
-    return palette.empty() ? 0 : static_cast<int>(fSum / static_cast<double>(palette.size()) + 0.5);
+    if (steps.empty())
+        return 0;
+    std::nth_element(steps.begin(), steps.begin() + steps.size() / 2, steps.end());
+    return steps[steps.size() / 2];
 }
 
 void MapOrdered(const Mapping& map, CBandStore& target)
 {
-    const int nSpread = SpreadOf(map.palette, map.bGrey);
-    std::array<std::array<int, 8>, 8> offset; // thresholds about zero
+    const int spread[3] = {SpreadOf(map.palette, 0), SpreadOf(map.palette, 1), SpreadOf(map.palette, 2)};
+    std::array<std::array<std::array<int, 3>, 8>, 8> offset; // thresholds about zero
     for (int y = 0; y < 8; y++)
         for (int x = 0; x < 8; x++)
-            offset[y][x] = (2 * BayerLevel(x, y) - 63) * nSpread / 128;
+            for (int c = 0; c < 3; c++)
+                offset[y][x][c] = (2 * BayerLevel(x, y) - 63) * spread[c] / 128;
     ParallelRows(target.Rows(), 16, [&](int y0, int y1) {
         for (int y = y0; y < y1; y++) {
             const std::uint8_t* p = map.bitmap.Row(y);
             std::uint8_t* pOut = target.WriteRow(y);
             for (int x = 0; x < map.bitmap.GetWidth(); x++, p += 3) {
                 std::array<int, 3> bgr = map.Wanted(p);
-                for (int& v : bgr)
-                    v += offset[y & 7][x & 7];
+                for (int c = 0; c < 3; c++)
+                    bgr[c] += offset[y & 7][x & 7][c];
                 pOut[x] = static_cast<std::uint8_t>(map.Find(bgr));
             }
         }
