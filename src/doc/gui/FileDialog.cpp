@@ -87,11 +87,11 @@ void CFileDialogFrame::SetPane(QWidget* pPane)
     static_cast<QHBoxLayout*>(layout())->addWidget(pPane);
 }
 
-void CFileDialogFrame::SetFilters(std::span<const FileFilter> filters)
+void CFileDialogFrame::SetFilters(const QList<FileFilter>& filters)
 {
     m_filters.clear();
     for (const FileFilter& filter : filters)
-        m_filters << QString::fromUtf8(filter.strText) + QStringLiteral(" (") + QString::fromUtf8(filter.strMatch) + u')';
+        m_filters << filter.strText + QStringLiteral(" (") + filter.strMatch + u')';
     m_pBrowser->setNameFilters(m_filters);
 }
 

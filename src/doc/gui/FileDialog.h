@@ -6,7 +6,6 @@
 #include <QFileDialog>
 
 #include <filesystem>
-#include <span>
 #include <optional>
 #include <vector>
 
@@ -14,8 +13,8 @@ namespace kestrune {
 
 /// One row of a file dialog's list of file types.
 struct FileFilter {
-    const char* strText;  ///< what the list shows, "JPEG (*.JPG)"
-    const char* strMatch; ///< the patterns that the row lets through, parted by blanks, case-blind
+    QString strText;  ///< what the list shows, "JPEG 사진 (*.JPG)"
+    QString strMatch; ///< the patterns that the row lets through, parted by blanks, case-blind
 };
 
 /// A file dialog that a script can fill in: the toolkit's own file browser with room for a pane of ours at its right.
@@ -41,7 +40,7 @@ public:
     QSize sizeHint() const override;
 
 protected:
-    void SetFilters(std::span<const FileFilter> filters);
+    void SetFilters(const QList<FileFilter>& filters);
     /// The pane at the right of the browser.
     void SetPane(QWidget* pPane);
     QFileDialog& Browser() const { return *m_pBrowser; }

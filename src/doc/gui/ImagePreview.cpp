@@ -2,29 +2,18 @@
 
 #include "doc/Bitmap.h"
 #include "doc/files/DecodedImage.h"
+#include "doc/gui/ToolkitImage.h"
 
 #include <QCoreApplication>
 #include <QFile>
 #include <QPointer>
 #include <QThreadPool>
 
-#include <algorithm>
 #include <new>
 
 namespace kestrune {
 
 namespace {
-
-/// A copy of a 24-bit bitmap as the toolkit's image.
-QImage ToImage(const LBitmapBase& bitmap)
-{
-    QImage image(bitmap.GetWidth(), bitmap.GetHeight(), QImage::Format_BGR888);
-    if (image.isNull())
-        return image;
-    for (int y = 0; y < image.height(); y++)
-        std::copy_n(bitmap.Row(y), bitmap.GetRowBytes(), image.scanLine(y));
-    return image;
-}
 
 void FillIn(PreviewResult& result, QSize sizeLimit)
 {
@@ -42,7 +31,7 @@ void FillIn(PreviewResult& result, QSize sizeLimit)
     const QSize size = QSize(result.nWidth, result.nHeight).scaled(sizeLimit, Qt::KeepAspectRatio).expandedTo({1, 1});
     if (size.width() < result.nWidth) // a small picture stays as it is
         bitmap.Size(size.width(), size.height(), SIZE_AREA);
-    result.image = ToImage(bitmap);
+    result.image = ToToolkitImage(bitmap);
 }
 
 } // namespace

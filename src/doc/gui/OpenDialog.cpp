@@ -1,7 +1,7 @@
 #include "doc/gui/OpenDialog.h"
 
 #include "base/StringTable.h"
-#include "doc/files/DecodedImage.h"
+#include "doc/files/ImageFile.h"
 #include "doc/gui/FileInfoDialog.h"
 #include "ui/DialogRows.h"
 
@@ -16,36 +16,19 @@ constexpr int c_nPreviewSide = 220;  ///< device-independent pixels
 constexpr int c_nSettleTime = 120;   ///< ms that the selection rests before its file is read
 constexpr qint64 c_nMaxPreviewBytes = qint64{512} << 20;
 
-// The first row lets everything through. A pattern shown in capitals also stands for the other endings of its kind.
-constexpr FileFilter c_aFilters[] = {
-    {"모든 파일 (*.*)", "*"},
-    {"윈도우 비트맵 (*.BMP)", "*.bmp"},
-    {"클립보드 파일 (*.CLP)", "*.clp"},
-    {"CUT 이미지 (*.CUT)", "*.cut"},
-    {"장치 독립 비트맵 (*.DIB)", "*.dib"},
-    {"여러 장 PCX (*.DCX)", "*.dcx"},
-    {"EPS (*.EPS)", "*.eps"},
-    {"GIF 이미지 (*.GIF)", "*.gif"},
-    {"아이콘 (*.ICO)", "*.ico"},
-    {"JPEG 이미지 (*.JPG)", "*.jpg *.jpeg *.jpe *.jfif"},
-    {"PNTG 그림 (*.PNTG)", "*.pntg *.mac"},
-    {"MSP 그림 (*.MSP)", "*.msp"},
-    {"포토 CD (*.PCD)", "*.pcd"},
-    {"PCX 이미지 (*.PCX)", "*.pcx"},
-    {"PICT 이미지 (*.PICT)", "*.pict *.pct *.pic"},
-    {"PNG 이미지 (*.PNG)", "*.png"},
-    {"PSD 이미지 (*.PSD)", "*.psd"},
-    {"SGI 이미지 (*.SGI)", "*.sgi *.rgb *.bw"},
-    {"TGA 이미지 (*.TGA)", "*.tga"},
-    {"TIFF 이미지 (*.TIF)", "*.tif *.tiff"},
-    {"윈도우 메타파일 (*.WMF)", "*.wmf"},
-    {"WPG 이미지 (*.WPG)", "*.wpg"},
-    {"WebP 이미지 (*.WEBP)", "*.webp"},
-    {"AVIF 이미지 (*.AVIF)", "*.avif"},
-    {"HEIC 이미지 (*.HEIC)", "*.heic *.heif"},
-    {"JPEG XL 이미지 (*.JXL)", "*.jxl"},
-    {"SVG 그림 (*.SVG)", "*.svg *.svgz"},
-};
+/// All files, then a row for each format in the order of the format table.
+QList<FileFilter> OpenFilters()
+{
+    QList<FileFilter> filters{{TextOf(IDS_FILTER_ALL) + QStringLiteral(" (*.*)"), QStringLiteral("*")}};
+    for (const ImageFormatRow& row : ImageFormats()) {
+        const auto text = [](std::string_view view) { return QString::fromUtf8(view.data(), static_cast<qsizetype>(view.size())); };
+        QStringList patterns;
+        for (const QString& strExtension : text(row.extensions).split(u' '))
+            patterns << QStringLiteral("*.") + strExtension;
+        filters << FileFilter{text(row.description) + QStringLiteral(" (") + patterns.first().toUpper() + u')', patterns.join(u' ')};
+    }
+    return filters;
+}
 
 } // namespace
 
@@ -54,7 +37,7 @@ CDlgImageFile::CDlgImageFile(CProfile& profile, QWidget* pParent)
     , m_loader(QSize(c_nPreviewSide, c_nPreviewSide) * devicePixelRatioF())
 {
     setWindowTitle(TextOf(IDS_OPEN_TITLE));
-    SetFilters(c_aFilters);
+    SetFilters(OpenFilters());
     SetPane(BuildPane());
     m_timerSettle.setSingleShot(true);
     m_timerSettle.setInterval(c_nSettleTime);

@@ -15,13 +15,10 @@ public:
     void Suggest(const std::string& strName, int nFilterIndex);
 
     /// The format index of the chosen row: 2..10, the row of the save table plus 2.
-    int FilterIndex() const { return FilterRow() + c_nFirstFormatIndex; }
+    int FilterIndex() const;
 
 protected:
     QString CompleteName(const QString& strPath) const override;
-
-private:
-    static constexpr int c_nFirstFormatIndex = 2;
 };
 
 } // namespace kestrune
