@@ -106,6 +106,7 @@ constexpr StringRow c_aStrings[] = {
     {IDS_EXPORT_DITHER_TIP, "256색으로 줄일 때 점을 흩어 색의 경계를 부드럽게 합니다"},
     {IDS_COMPRESS_NONE, "없음"},
     {IDS_COMPRESS_LZW, "LZW"},
+    {IDS_COMPRESS_DEFLATE, "ZIP"},
     {IDS_EXPORT_DONE, "내보냈습니다: "},
     {IDS_EXPORT_FAILED, "파일을 내보내지 못했습니다. 폴더의 쓰기 권한과 남은 공간을 확인하십시오.\n"},
     {IDS_SAVE_FAILED, "문서를 저장하지 못했습니다."},

@@ -105,8 +105,9 @@ inline constexpr int IDS_EXPORT_DITHER = 60466;
 inline constexpr int IDS_EXPORT_DITHER_TIP = 60467;
 inline constexpr int IDS_COMPRESS_NONE = 60468;
 inline constexpr int IDS_COMPRESS_LZW = 60469;
-inline constexpr int IDS_EXPORT_DONE = 60470;
-inline constexpr int IDS_EXPORT_FAILED = 60471;
+inline constexpr int IDS_COMPRESS_DEFLATE = 60470;
+inline constexpr int IDS_EXPORT_DONE = 60471;
+inline constexpr int IDS_EXPORT_FAILED = 60472;
 inline constexpr int IDS_SAVE_FAILED = 61696; ///< the default text of a document that could not be saved
 
 } // namespace kestrune

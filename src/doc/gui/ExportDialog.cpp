@@ -84,7 +84,7 @@ QWidget* CExportDialog::BuildPane()
     connect(pSlider, &QSlider::valueChanged, m_pQuality, &QDoubleSpinBox::setValue);
     connect(m_pQuality, &QDoubleSpinBox::valueChanged, pSlider, [pSlider](double f) { pSlider->setValue(static_cast<int>(f)); });
     m_pCompression = new QComboBox;
-    m_pCompression->addItems({TextOf(IDS_COMPRESS_NONE), TextOf(IDS_COMPRESS_LZW)});
+    m_pCompression->addItems({TextOf(IDS_COMPRESS_NONE), TextOf(IDS_COMPRESS_LZW), TextOf(IDS_COMPRESS_DEFLATE)});
     const auto check = [](int nTextId, int nTipId) {
         auto* pBox = new QCheckBox(TextOf(nTextId));
         pBox->setToolTip(TextOf(nTipId));
@@ -116,7 +116,7 @@ void CExportDialog::LoadOptions()
     m_pQuality->setValue(m_settings.GetInt(c_strSection, "Quality", initial.nQuality));
     m_pLossless->setChecked(m_settings.GetInt(c_strSection, "Lossless", initial.bLossless) != 0);
     m_pPalette->setChecked(m_settings.GetInt(c_strSection, "Palette", initial.bPalette) != 0);
-    m_pCompression->setCurrentIndex(m_settings.GetInt(c_strSection, "Compression", initial.bCompress) != 0);
+    m_pCompression->setCurrentIndex(std::clamp(m_settings.GetInt(c_strSection, "Compression", initial.nPacking), 0, 2));
     m_pDither->setChecked(m_settings.GetInt(c_strSection, "Dither", initial.bDither) != 0);
 }
 
@@ -127,7 +127,7 @@ void CExportDialog::SaveOptions()
     m_settings.WriteInt(c_strSection, "Quality", options.nQuality);
     m_settings.WriteInt(c_strSection, "Lossless", options.bLossless);
     m_settings.WriteInt(c_strSection, "Palette", options.bPalette);
-    m_settings.WriteInt(c_strSection, "Compression", options.bCompress);
+    m_settings.WriteInt(c_strSection, "Compression", options.nPacking);
     m_settings.WriteInt(c_strSection, "Dither", options.bDither);
 }
 
@@ -152,7 +152,7 @@ const ExportFormat& CExportDialog::Format() const
 ExportOptions CExportDialog::Options() const
 {
     return {static_cast<int>(m_pQuality->value()), m_pLossless->isChecked(), m_pPalette->isChecked(),
-            m_pCompression->currentIndex() != 0, m_pDither->isChecked()};
+            m_pCompression->currentIndex(), m_pDither->isChecked()};
 }
 
 std::filesystem::path CExportDialog::Target() const
@@ -189,7 +189,7 @@ void CExportDialog::EnableOptions()
     if (auto* pSlider = findChild<QSlider*>())
         pSlider->setEnabled(m_pQuality->isEnabled());
     m_pPalette->setEnabled(nOptions & EXPORT_PALETTE);
-    m_pCompression->setEnabled(nOptions & EXPORT_COMPRESS);
+    m_pCompression->setEnabled(nOptions & EXPORT_PACKING);
     m_pDither->setEnabled(nOptions & EXPORT_DITHER);
 }
 
@@ -199,7 +199,7 @@ std::optional<QString> CExportDialog::SetKey(const QString& strKey, const QStrin
         bool bNumber = false;
         int nRow = strValue.toInt(&bNumber);
         if (!bNumber)
-            nRow = ExportFormatOfPath("." + strValue.toStdString());
+            nRow = ExportFormatOfPath(QString(QStringLiteral("x.") + strValue).toStdString());
         if (nRow < 0 || nRow >= static_cast<int>(ExportFormats().size()))
             return QStringLiteral("there is no format \"%1\"").arg(strValue);
         m_bFormatTyped = true;

@@ -13,7 +13,7 @@ class CNumberBox;
 
 /// The dialog of the Export command: a file name, a format and its options. All are remembered.
 /// Keys: `Path`, `Format` (row, or extension; without it the path's extension decides), `Quality` (1..100), `Lossless`, `Palette`,
-/// `Compression` (0 none, 1 packed), `Dither`. An option that the format does not heed is disabled.
+/// `Compression` (0 none, 1 LZW, 2 ZIP), `Dither`. An option that the format does not heed is disabled.
 class CExportDialog : public CFileDialogFrame {
     Q_OBJECT
 public:

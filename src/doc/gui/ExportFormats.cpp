@@ -2,6 +2,7 @@
 
 #include "doc/files/ImageFile.h"
 #include "doc/files/PngFile.h"
+#include "doc/files/TiffFile.h"
 #include "doc/gui/ToolkitImage.h"
 
 #include <QBuffer>
@@ -41,19 +42,17 @@ LBitmapBase MakeBitmap(const CPaintImage& image, const ExportOptions& options)
     return bitmap;
 }
 
-/// Through the toolkit's writer of that name.
-int EncodeByToolkit(const QImage& image, const char* strFormat, int nQuality, bool bCompress, Bytes& out)
+/// An indexed bitmap as BMP, which the format table writes with 24 bits only.
+int WriteIndexedBmp(const LBitmapBase& bitmap, Bytes& out)
 {
+    const QImage image = ToToolkitImage(bitmap);
     if (image.isNull())
         return IMG_ERROR_MEMORY;
     QByteArray bytes;
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
-    QImageWriter writer(&buffer, strFormat);
-    writer.setQuality(nQuality);
-    writer.setCompression(bCompress ? 1 : 0);
-    if (!writer.write(image))
-        return writer.error() == QImageWriter::UnsupportedFormatError ? IMG_ERROR_FILE_FORMAT : IMG_ERROR_FILE_WRITE;
+    if (!QImageWriter(&buffer, "bmp").write(image))
+        return IMG_ERROR_FILE_WRITE;
     out.assign(bytes.begin(), bytes.end());
     return IMG_SUCCESS;
 }
@@ -66,14 +65,18 @@ int EncodePng(const CPaintImage& image, const ExportOptions& options, Bytes& out
 
 int EncodeWebP(const CPaintImage& image, const ExportOptions& options, Bytes& out)
 {
-    constexpr int nLossless = 100; // the writer's number for it
-    const int nQuality = options.bLossless ? nLossless : std::min(options.nQuality, nLossless - 1);
-    return EncodeByToolkit(ToToolkitImage(image.m_Bitmap), "webp", nQuality, true, out);
+    constexpr int nLossless = 2; // the writer's factor for it; 3 is the best that may lose something
+    const int nFactor = options.bLossless ? nLossless : std::max(nLossless + 1, FactorOfQuality(options.nQuality));
+    return EncodeImage(ImageFormat::WebP, image.m_Bitmap, nFactor, out);
 }
 
 int EncodeTiff(const CPaintImage& image, const ExportOptions& options, Bytes& out)
 {
-    return EncodeByToolkit(ToToolkitImage(MakeBitmap(image, options)), "tiff", -1, options.bCompress, out);
+    constexpr TiffPacking aPackings[] = {TiffPacking::None, TiffPacking::Lzw, TiffPacking::Deflate};
+    LBitmapBase bitmap = MakeBitmap(image, options);
+    if (bitmap.GetBitsPerPixel() < 8) // the writer has 8 and 24 bits
+        bitmap.ColorRes(8, CRF_USERPALETTE | CRF_NODITHER, *image.m_pPalette);
+    return WriteTiffPacked(bitmap, aPackings[std::clamp(options.nPacking, 0, 2)], out);
 }
 
 int EncodeGif(const CPaintImage& image, const ExportOptions& options, Bytes& out)
@@ -91,13 +94,13 @@ int EncodeBmp(const CPaintImage& image, const ExportOptions& options, Bytes& out
     const LBitmapBase bitmap = MakeBitmap(image, options);
     if (bitmap.GetBitsPerPixel() == 24)
         return EncodeImage(ImageFormat::Bmp, bitmap, 0, out);
-    return EncodeByToolkit(ToToolkitImage(bitmap), "bmp", -1, false, out);
+    return WriteIndexedBmp(bitmap, out);
 }
 
 constexpr ExportFormat c_aFormats[] = {
     {"PNG 이미지", "png", EXPORT_PALETTE, EncodePng},
     {"WebP 이미지", "webp", EXPORT_QUALITY | EXPORT_LOSSLESS, EncodeWebP},
-    {"TIFF 이미지", "tif tiff", EXPORT_PALETTE | EXPORT_COMPRESS, EncodeTiff},
+    {"TIFF 이미지", "tif tiff", EXPORT_PALETTE | EXPORT_PACKING, EncodeTiff},
     {"GIF 이미지", "gif", EXPORT_DITHER, EncodeGif},
     {"JPEG 이미지", "jpg jpeg jpe jfif", EXPORT_QUALITY, EncodeJpeg},
     {"비트맵", "bmp", EXPORT_PALETTE, EncodeBmp},

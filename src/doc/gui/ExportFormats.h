@@ -13,12 +13,12 @@ struct ExportOptions {
     int nQuality = 90;      ///< 1..100
     bool bLossless = false; ///< nothing of the pixels is lost
     bool bPalette = true;   ///< a picture of at most 256 colours keeps its palette and depth
-    bool bCompress = true;  ///< packed without loss
+    int nPacking = 1;       ///< how it is packed without loss: 0 not at all, 1 LZW, 2 ZIP
     bool bDither = true;    ///< when colours have to be reduced
 };
 
 /// The options that a format heeds.
-enum ExportOption : unsigned { EXPORT_QUALITY = 1, EXPORT_LOSSLESS = 2, EXPORT_PALETTE = 4, EXPORT_COMPRESS = 8, EXPORT_DITHER = 16 };
+enum ExportOption : unsigned { EXPORT_QUALITY = 1, EXPORT_LOSSLESS = 2, EXPORT_PALETTE = 4, EXPORT_PACKING = 8, EXPORT_DITHER = 16 };
 
 /// One format of the Export dialog.
 struct ExportFormat {
