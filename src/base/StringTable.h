@@ -109,5 +109,26 @@ inline constexpr int IDS_COMPRESS_DEFLATE = 60470;
 inline constexpr int IDS_EXPORT_DONE = 60471;
 inline constexpr int IDS_EXPORT_FAILED = 60472;
 inline constexpr int IDS_SAVE_FAILED = 61696; ///< the default text of a document that could not be saved
+// Colours and numeric controls
+inline constexpr int IDS_PICK_TITLE = 60600;
+inline constexpr int IDS_PICK_FIELD = 60601;
+inline constexpr int IDS_PICK_STRIP = 60602;
+inline constexpr int IDS_PICK_HUE = 60603;
+inline constexpr int IDS_PICK_SATURATION = 60604;
+inline constexpr int IDS_PICK_VALUE = 60605;
+inline constexpr int IDS_PICK_RED = 60606;
+inline constexpr int IDS_PICK_GREEN = 60607;
+inline constexpr int IDS_PICK_BLUE = 60608;
+inline constexpr int IDS_PICK_HEX = 60609;
+inline constexpr int IDS_PICK_PIPETTE = 60610;
+inline constexpr int IDS_PICK_PATCHES = 60611;
+inline constexpr int IDS_COLOR_SWATCHES = 60612;
+inline constexpr int IDS_COLOR_PATCHES = 60613;
+inline constexpr int IDS_COLOR_PATCHES_TIP = 60614;
+inline constexpr int IDS_COLOR_SWAP = 60615;
+inline constexpr int IDS_COLOR_DEFAULTS = 60616;
+inline constexpr int IDS_NUMBER_MORE = 60617;
+inline constexpr int IDS_NUMBER_LESS = 60618;
+inline constexpr int IDS_NUMBER_SLIDER = 60619;
 
 } // namespace kestrune

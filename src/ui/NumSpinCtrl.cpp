@@ -1,6 +1,8 @@
 #include "ui/NumSpinCtrl.h"
 
 #include "ui/Icons.h"
+#include "base/StringTable.h"
+#include "ui/Dialog.h"
 #include "ui/NumEdit.h"
 
 #include <QToolButton>
@@ -14,14 +16,14 @@ constexpr int c_nNeutral = 500;
 constexpr int c_nRange = 1000;
 constexpr int c_nStep = 1;
 
-QToolButton* MakeButton(QWidget* pParent, const char* pszIcon, const char* pszName)
+QToolButton* MakeButton(QWidget* pParent, const char* pszIcon, int nNameId)
 {
     auto* pButton = new QToolButton(pParent);
     pButton->setIcon(LoadIcon(QString::fromLatin1(pszIcon)));
     pButton->setAutoRaise(true);
     pButton->setAutoRepeat(true);
     pButton->setFocusPolicy(Qt::NoFocus); // the box itself answers to the arrow keys
-    pButton->setAccessibleName(QString::fromUtf8(pszName));
+    pButton->setAccessibleName(TextOf(nNameId));
     pButton->setIconSize({8, 8});
     pButton->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
     pButton->setFixedWidth(16);
@@ -37,8 +39,8 @@ CNumSpinCtrl::CNumSpinCtrl(CNumEdit* pBuddy, QWidget* pParent)
     auto* pLayout = new QVBoxLayout(this);
     pLayout->setContentsMargins(0, 0, 0, 0);
     pLayout->setSpacing(0);
-    QToolButton* pUp = MakeButton(this, "widgets/spin-up", "늘리기");
-    QToolButton* pDown = MakeButton(this, "widgets/spin-down", "줄이기");
+    QToolButton* pUp = MakeButton(this, "widgets/spin-up", IDS_NUMBER_MORE);
+    QToolButton* pDown = MakeButton(this, "widgets/spin-down", IDS_NUMBER_LESS);
     pLayout->addWidget(pUp);
     pLayout->addWidget(pDown);
     connect(pUp, &QToolButton::clicked, this, [this] { Step(c_nStep); });

@@ -1,5 +1,7 @@
 #include "ui/Popup.h"
 
+#include "base/StringTable.h"
+#include "ui/Dialog.h"
 #include "ui/Icons.h"
 #include "ui/NumEdit.h"
 #include "ui/PopupSlider.h"
@@ -79,7 +81,7 @@ CPopupArrow::CPopupArrow(CNumEdit* pEdit, QWidget* pParent)
     setAutoRaise(true);
     setFocusPolicy(Qt::NoFocus); // the box opens it with Alt+Down
     setFixedWidth(16);
-    setAccessibleName(QString::fromUtf8("슬라이더 열기"));
+    setAccessibleName(TextOf(IDS_NUMBER_SLIDER));
     pEdit->installEventFilter(this);
 }
 

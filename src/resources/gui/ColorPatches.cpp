@@ -1,5 +1,7 @@
 #include "resources/gui/ColorPatches.h"
 
+#include "base/StringTable.h"
+#include "ui/Dialog.h"
 #include "ui/Icons.h"
 
 #include <QMouseEvent>
@@ -13,14 +15,14 @@ namespace {
 constexpr int c_nPatch = 28;
 constexpr int c_nShift = 16; // how far the background patch stands to the right and below
 
-QToolButton* MakeButton(QWidget* pParent, const char* pszIcon, const char* pszTip, QPoint at)
+QToolButton* MakeButton(QWidget* pParent, const char* pszIcon, int nTipId, QPoint at)
 {
     auto* pButton = new QToolButton(pParent);
     pButton->setIcon(LoadIcon(QString::fromLatin1(pszIcon)));
     pButton->setIconSize({12, 12});
     pButton->setAutoRaise(true);
-    pButton->setToolTip(QString::fromUtf8(pszTip));
-    pButton->setAccessibleName(QString::fromUtf8(pszTip));
+    pButton->setToolTip(TextOf(nTipId));
+    pButton->setAccessibleName(TextOf(nTipId));
     pButton->setGeometry(at.x(), at.y(), 16, 16);
     return pButton;
 }
@@ -32,10 +34,10 @@ CColorPatches::CColorPatches(QWidget* pParent)
 {
     setFocusPolicy(Qt::StrongFocus);
     setFixedSize(sizeHint());
-    setAccessibleName(QString::fromUtf8("전경색과 배경색"));
-    setToolTip(QString::fromUtf8("누르면 그 색이 선택되고, 선택된 색을 누르면 색상을 고릅니다."));
-    connect(MakeButton(this, "widgets/swap-colours", "전경색과 배경색 바꾸기", {33, 0}), &QToolButton::clicked, this, &CColorPatches::SwapRequested);
-    connect(MakeButton(this, "widgets/default-colours", "검은색과 흰색으로", {0, 31}), &QToolButton::clicked, this, &CColorPatches::DefaultsRequested);
+    setAccessibleName(TextOf(IDS_COLOR_PATCHES));
+    setToolTip(TextOf(IDS_COLOR_PATCHES_TIP));
+    connect(MakeButton(this, "widgets/swap-colours", IDS_COLOR_SWAP, {33, 0}), &QToolButton::clicked, this, &CColorPatches::SwapRequested);
+    connect(MakeButton(this, "widgets/default-colours", IDS_COLOR_DEFAULTS, {0, 31}), &QToolButton::clicked, this, &CColorPatches::DefaultsRequested);
 }
 
 void CColorPatches::SetColors(COLORREF crForeground, COLORREF crBackground)

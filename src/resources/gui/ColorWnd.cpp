@@ -1,5 +1,8 @@
 #include "resources/gui/ColorWnd.h"
 
+#include "base/StringTable.h"
+#include "ui/Dialog.h"
+
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QPainter>
@@ -29,7 +32,7 @@ CColorWnd::CColorWnd(QWidget* pParent)
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_InputMethodEnabled, false);
     viewport()->setMouseTracking(true);
-    setAccessibleName(QString::fromUtf8("색상 견본"));
+    setAccessibleName(TextOf(IDS_COLOR_SWATCHES));
     setMinimumSize(c_nCell * 4, c_nCell * 2);
 }
 
