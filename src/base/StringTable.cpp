@@ -36,6 +36,7 @@ constexpr StringRow c_aStrings[] = {
     {IDS_SAVE_ERROR, "이미지를 저장하는 도중 오류가 발생하였습니다. -> 오류 코드:"},
     {IDS_SAVED_AS_JPEG, "JPEG 형식으로 저장하였습니다: "},
     {IDS_OLD_FILE_KEPT, "파일의 이전 내용을 복구 폴더에 보관하였습니다: "},
+    {IDS_PRINT_FAILED, "인쇄를 시작하지 못했습니다. 프린터가 켜져 있는지, 저장할 위치에 쓸 수 있는지 확인하십시오."},
     {IDS_BUTTON_OK, "확인"},
     {IDS_BUTTON_CANCEL, "취소"},
     {IDS_BUTTON_YES, "예(&Y)"},

@@ -35,6 +35,7 @@ inline constexpr int IDS_OLD_FILE_KEPT = 60203;
 
 
 // Buttons of every box and dialog, and the dialogs that create, open, save and export.
+inline constexpr int IDS_PRINT_FAILED = 60350;
 inline constexpr int IDS_BUTTON_OK = 60400;
 inline constexpr int IDS_BUTTON_CANCEL = 60401;
 inline constexpr int IDS_BUTTON_YES = 60402;

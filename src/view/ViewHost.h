@@ -4,19 +4,23 @@
 
 #include <QRect>
 #include <QString>
+#include <QStringList>
 
 namespace kestrune {
 
 class CPaintView;
+struct ToolRow;
 
 /// What a view asks of the frame around it. The main frame implements it; a test may leave the defaults.
+/// Sizes of client areas are in the view's client pixels, which are pixels of the screen: at a screen scale of 2 a window of
+/// 100 units holds 200 of them (`CPaintView::ClientScale`).
 class CViewHost {
 public:
     virtual ~CViewHost() = default;
 
     /// The mouse position pane, image coordinates (0, 0 outside the picture).
     virtual void ShowMousePosition(int, int) {}
-    /// The zoom changed: the option bar's zoom box, the zoom pane and the child frame's title follow.
+    /// The zoom or the scaled size changed: the option bar's zoom box, the zoom pane and the child frame's title follow.
     virtual void ZoomChanged(CPaintView&) {}
     /// The space that a child frame may take, in client pixels of the document area, before the view's own deductions.
     virtual CSize AvailableSpace(const CPaintView&) const { return {1000, 700}; }
@@ -32,6 +36,20 @@ public:
     virtual void BeforePress(CPaintView&) {}
     /// Files were dropped on the view.
     virtual void FilesDropped(const QStringList&) {}
+
+    /// The child frame shows rulers, which take room from the view.
+    virtual bool RulersVisible(const CPaintView&) const { return false; }
+    /// The pointer moved: the rulers' markers follow. Client pixels.
+    virtual void MoveRulerMarkers(CPaintView&, CPoint) {}
+    /// Zoom, scroll position or size changed: the rulers are drawn anew.
+    virtual void RefreshRulers(CPaintView&) {}
+    /// A tool command: shows the tool's option bar and side box. Comes before the old tool is left.
+    virtual void ShowToolBars(const ToolRow&, int /*nCommand*/) {}
+
+    /// What the picture asks of the tool option bar and the history box (`CImageSite`).
+    virtual int FloatOpacity() const { return 100; }
+    virtual int MoveMode() const { return 0; }
+    virtual void SyncHistoryBox(CPaintView&, int) {}
 };
 
 } // namespace kestrune

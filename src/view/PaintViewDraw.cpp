@@ -1,0 +1,168 @@
+#include "tools/PaintTool.h"
+#include "view/LPaint.h"
+#include "view/PaintView.h"
+
+#include <QPaintEvent>
+#include <QPainter>
+
+#include <cmath>
+#include <utility>
+
+namespace kestrune {
+
+namespace {
+
+constexpr int c_nHandleReach = 1; ///< the pen around what the overlay lists
+constexpr int c_nMostRects = 24;  ///< a region of more pieces is drawn as a whole
+
+/// Paints in pixels of the device, with the corner of the widget on a whole one, whatever the screen scale.
+void UseDevicePixels(QPainter& painter)
+{
+    const QTransform device = painter.deviceTransform();
+    painter.setWorldTransform(QTransform::fromTranslate(std::round(device.dx()), std::round(device.dy())) * device.inverted());
+}
+
+} // namespace
+
+void CPaintView::paintEvent(QPaintEvent* pEvent)
+{
+    QPainter painter(viewport());
+    UseDevicePixels(painter);
+    const double fScale = ClientScale();
+    const auto draw = [&](const QRect& rc) {
+        DrawRect(painter, {static_cast<int>(std::floor(rc.left() * fScale)), static_cast<int>(std::floor(rc.top() * fScale)),
+                           static_cast<int>(std::ceil((rc.right() + 1) * fScale)), static_cast<int>(std::ceil((rc.bottom() + 1) * fScale))});
+    };
+    const QRegion& region = pEvent->region();
+    if (region.rectCount() > c_nMostRects)
+        draw(region.boundingRect());
+    else
+        for (const QRect& rc : region)
+            draw(rc);
+    DrawOverlay(painter);
+}
+
+/// Draws one dirty rectangle: the picture's part of it and the four strips around, none twice, so nothing flickers.
+void CPaintView::DrawRect(QPainter& painter, const CRect& rcDirty)
+{
+    const CRect rcPicture = GetPictureRect();
+    const CRect rcIn = Intersect(rcDirty, rcPicture);
+    const CPoint scroll = GetScrollPosition();
+    painter.setBrushOrigin(-(scroll.x % 8), -(scroll.y % 8)); // the stripes move with the picture
+    const auto back = [&](int x1, int y1, int x2, int y2) {
+        if (x2 > x1 && y2 > y1)
+            painter.fillRect(x1, y1, x2 - x1, y2 - y1, m_BackBrush);
+    };
+    if (rcIn.IsEmpty()) {
+        back(rcDirty.left, rcDirty.top, rcDirty.right, rcDirty.bottom);
+        return;
+    }
+    back(rcDirty.left, rcDirty.top, rcDirty.right, rcIn.top);
+    back(rcDirty.left, rcIn.top, rcIn.left, rcIn.bottom);
+    back(rcIn.right, rcIn.top, rcDirty.right, rcIn.bottom);
+    back(rcDirty.left, rcIn.bottom, rcDirty.right, rcDirty.bottom);
+
+    const LBitmapBase& bitmap = GetImage()->m_Bitmap;
+    LPaint paint(bitmap, painter);
+    paint.SetSrcRect({0, 0, bitmap.GetWidth(), bitmap.GetHeight()});
+    paint.SetDstRect(rcPicture);
+    paint.SetClipDstRect(rcDirty);
+    paint.SetZoom(m_fZoom);
+    paint.PaintDC();
+}
+
+/// White lines with black dashes over them are seen on every picture.
+void CPaintView::DrawOverlay(QPainter& painter)
+{
+    if (m_overlay.IsEmpty())
+        return;
+    QPen dashes(Qt::black, 1);
+    dashes.setDashPattern({4, 4});
+    for (const QPen& pen : {QPen(Qt::white, 1), dashes}) {
+        painter.setPen(pen);
+        painter.setBrush(Qt::NoBrush);
+        for (const ToolOverlay::Line& line : m_overlay.aLines)
+            painter.drawLine(line.a.x, line.a.y, line.b.x, line.b.y);
+        for (const CRect& rc : m_overlay.aEllipses)
+            painter.drawEllipse(rc.left, rc.top, rc.Width() - 1, rc.Height() - 1);
+    }
+    painter.setPen(QPen(Qt::black, 1));
+    painter.setBrush(Qt::white);
+    for (const CRect& rc : m_overlay.aHandles)
+        painter.drawRect(rc.left, rc.top, rc.Width() - 1, rc.Height() - 1);
+}
+
+/// The viewport's rectangle, in the toolkit's units, that holds all of a rectangle of client pixels.
+QRect CPaintView::ToViewport(const CRect& rc) const
+{
+    const double fScale = ClientScale();
+    const QPoint a(static_cast<int>(std::floor(rc.left / fScale)), static_cast<int>(std::floor(rc.top / fScale)));
+    const QPoint b(static_cast<int>(std::ceil(rc.right / fScale)), static_cast<int>(std::ceil(rc.bottom / fScale)));
+    return {a, b - QPoint(1, 1)};
+}
+
+QRegion CPaintView::OverlayRegion() const
+{
+    QRegion region;
+    const auto add = [&](CRect rc) {
+        rc.Normalize();
+        region += ToViewport({rc.left - c_nHandleReach, rc.top - c_nHandleReach, rc.right + c_nHandleReach + 1, rc.bottom + c_nHandleReach + 1});
+    };
+    for (const ToolOverlay::Line& line : m_overlay.aLines)
+        add({line.a.x, line.a.y, line.b.x, line.b.y});
+    for (const CRect& rc : m_overlay.aHandles)
+        add(rc);
+    for (const CRect& rc : m_overlay.aEllipses)
+        add(rc);
+    return region;
+}
+
+void CPaintView::SetOverlay(ToolOverlay overlay)
+{
+    QRegion region = OverlayRegion();
+    m_overlay = std::move(overlay);
+    region += OverlayRegion();
+    if (!region.isEmpty())
+        viewport()->update(region);
+}
+
+void CPaintView::RepaintRect(const CRect& rcImage)
+{
+    const CPoint origin = GetImageOrigin(), scroll = GetScrollPosition();
+    const int dx = origin.x - scroll.x, dy = origin.y - scroll.y;
+    // One pixel more on each side: below 100 % a pixel of the screen mixes neighbours.
+    const CRect rc{static_cast<int>(std::floor(rcImage.left * static_cast<double>(m_fZoom))) + dx - 1,
+                   static_cast<int>(std::floor(rcImage.top * static_cast<double>(m_fZoom))) + dy - 1,
+                   static_cast<int>(std::ceil(rcImage.right * static_cast<double>(m_fZoom))) + dx + 1,
+                   static_cast<int>(std::ceil(rcImage.bottom * static_cast<double>(m_fZoom))) + dy + 1};
+    const CSize client = GetClientSize();
+    const CRect rcSeen = Intersect(rc, {0, 0, client.cx + 1, client.cy + 1});
+    if (!rcSeen.IsEmpty())
+        viewport()->update(ToViewport(rcSeen));
+}
+
+void CPaintView::RepaintAll()
+{
+    viewport()->update();
+}
+
+/// Moves what is on the screen and repaints the strip that came into sight. What a tool has drawn on top stays where it was in
+/// the client area, so its old and new places are repainted as well.
+void CPaintView::scrollContentsBy(int dx, int dy)
+{
+    const double fScale = ClientScale();
+    const int nScale = static_cast<int>(fScale);
+    if (nScale == fScale && dx % nScale == 0 && dy % nScale == 0) {
+        viewport()->scroll(dx / nScale, dy / nScale);
+        const QRegion overlay = OverlayRegion();
+        if (!overlay.isEmpty())
+            viewport()->update(overlay | overlay.translated(dx / nScale, dy / nScale));
+    } else {
+        viewport()->update(); // the pixels do not fall on pixels
+    }
+    if (CPaintTool* pTool = EventTool())
+        pTool->OnDrawOverlay(*this);
+    m_host.RefreshRulers(*this);
+}
+
+} // namespace kestrune
