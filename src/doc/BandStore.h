@@ -40,6 +40,15 @@ public:
     /// True when both stores hold the very same band at that row.
     bool SharesBand(const CBandStore& other, int y) const { return m_bands[Band(y)] == other.m_bands[other.Band(y)]; }
 
+    // Bands by number, for snapshots that hold only some of them. A row of a band that was dropped must not be touched.
+    int BandCount() const { return static_cast<int>(m_bands.size()); }
+    /// The first row of a band; that of the band after the last one is the number of rows.
+    int FirstRow(int iBand) const { return iBand < BandCount() ? iBand << m_nBandShift : m_nRows; }
+    bool HasBand(int iBand) const { return m_bands[iBand] != nullptr; }
+    void DropBand(int iBand) { m_bands[iBand].reset(); }
+    /// Exchanges a band with a store of the same rows and row length.
+    void SwapBand(CBandStore& other, int iBand) { m_bands[iBand].swap(other.m_bands[iBand]); }
+
 private:
     struct BandData {
         std::unique_ptr<std::uint8_t[]> data;

@@ -79,6 +79,8 @@ public:
     std::uint8_t* WriteRow(int y) { return m_store.WriteRow(y); }
     void DetachRows(int y0, int y1) { m_store.Detach(y0, y1); }
     const CBandStore& Bands() const { return m_store; }
+    /// The bands to exchange with a snapshot's: same rows, same row length.
+    CBandStore& WriteBands() { return m_store; }
 
     /// One pixel as a colour, through the palette where there is one; 0 outside. Not for loops.
     COLORREF GetPixelColor(int x, int y) const;

@@ -38,6 +38,8 @@ CPaintImage::CPaintImage()
 
 CPaintImage::~CPaintImage()
 {
+    if (m_pfnFreeHistory)
+        m_pfnFreeHistory(*this);
     if (m_pPalette && g_pPalette == m_pPalette.get())
         g_pPalette = nullptr;
 }

@@ -113,6 +113,7 @@ public:
     int m_nFloatX = 0, m_nFloatY = 0, m_nFloatW = 0, m_nFloatH = 0;
     std::list<UndoRecord*> m_UndoList; ///< newest at the head
     std::list<UndoRecord*> m_RedoList; ///< newest at the head
+    void (*m_pfnFreeHistory)(CPaintImage&) = nullptr; ///< set by whoever adds records; the destructor calls it
     std::uint32_t m_nUndoBytes = 0;
     int m_nUndoDepth = 0;
     int m_nGroupDepth = 0;
