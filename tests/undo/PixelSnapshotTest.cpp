@@ -73,6 +73,7 @@ TEST(PixelSnapshot, ABitmapOfAnotherShapeIsLeftAlone)
 // Steps that change 1 % of a picture cost about that, whatever the shape: a block, rows, a slanting stroke.
 TEST(History, TwentyWholePictureRecordsCostWhatTheStepsChanged)
 {
+    const HistoryLimitGuard limit(0); // so that all steps can be undone
     constexpr int nWidth = 4000, nHeight = 3000;
     constexpr double fPicture = nWidth * 3.0 * nHeight;
     for (int nShape = 0; nShape < 3; nShape++) {
