@@ -1,4 +1,5 @@
-"""Commands and widget glyphs. What a command brings, takes away or turns is in the accent; plus makes, minus removes."""
+"""Commands and widget glyphs. What a command brings, takes away or turns is in the accent; plus makes, minus
+removes."""
 from svgkit import *
 from tools import DROP, RAYS
 
@@ -10,7 +11,6 @@ CLIP_CUT = s("M5 3H3V14H8", "M11 3H13V8", rrect(5, 1, 11, 4, .8))
 PRINTER = s("M4 6V2H12V6", "M4 12H2V6H14V12H12", "M4 10H12V14H4Z")
 PRINTER_CUT = s("M4 6V2H12V6", "M4 12H2V6H14V8", "M7 14H4V10H7")
 WINDOW = s(rrect(2, 2, 14, 14), "M2 5H14")
-PICTURE = s(rrect(2, 3, 14, 13), "M2.3 12L6 8L8.5 10.5L10.5 8.5L13.7 11.7") + f(dot(10.5, 6, 1))
 PICTURE_CUT = s("M7 13H3A1 1 0 0 1 2 12V4A1 1 0 0 1 3 3H8", "M14 9V12A1 1 0 0 1 13 13H11", "M2.3 12L5.5 8.5L9.5 13")
 VIEWFINDER = s(*corners(1, 1, 15, 15, 3))
 LENS = s(circ(7, 7, 5), "M10.6 10.6L14.4 14.4")
@@ -71,9 +71,11 @@ COMMANDS = {
     "exit": s("M8 2H3V14H8") + a("M6.5 8H14", head(14, 8, 0, 4)),
     "recent": s(circ(8, 8, 6), "M8 4.5V8H11"),
     "info": PAGE + stripes(6, 10, 8, 11),
-    "browser": s(rrect(2, 2, 14, 14), "M6 2V14") + f(cell(8, 4, 9, 5), cell(11, 4, 12, 5), cell(8, 7, 9, 8), cell(11, 7, 12, 8),
+    "browser": s(rrect(2, 2, 14, 14), "M6 2V14") + f(cell(8, 4, 9, 5), cell(11, 4, 12, 5), cell(8, 7, 9, 8), cell(11,
+        7, 12, 8),
                                                     cell(8, 10, 9, 11), cell(11, 10, 12, 11)),
-    "refresh": s("M13.4 6.4A5.8 5.8 0 0 0 2.6 6.2", "M2.6 9.6A5.8 5.8 0 0 0 13.4 9.8", "M13.6 2.8V6.4H10", "M2.4 13.2V9.6H6"),
+    "refresh": s("M13.4 6.4A5.8 5.8 0 0 0 2.6 6.2", "M2.6 9.6A5.8 5.8 0 0 0 13.4 9.8", "M13.6 2.8V6.4H10",
+        "M2.4 13.2V9.6H6"),
     "slide-show": s("M1 3H15", "M3 3V11H13V3", "M8 11V13", "M5 15L8 13L11 15") + a("M6.8 5V9L10 7Z"),
     # editing
     "undo": s("M2.5 6H9.5A4 4 0 0 1 9.5 14H6", "M6 2.5L2.5 6L6 9.5"),
@@ -92,7 +94,8 @@ COMMANDS = {
     "zoom-out": LENS + a("M5 7H9"),
     "fit": s(*corners(2, 2, 14, 14)) + a("M6 6H10V10H6Z"),
     "actual-size": s(rrect(1, 3, 15, 13), "M4 6.6L5 6V10", "M11 6.6L12 6V10") + f(dot(8, 6.6, .8), dot(8, 9.6, .8)),
-    "full-screen": s(*corners(2, 2, 14, 14)) + a("M4.5 4.5L6.5 6.5", "M11.5 4.5L9.5 6.5", "M4.5 11.5L6.5 9.5", "M11.5 11.5L9.5 9.5"),
+    "full-screen": s(*corners(2, 2, 14, 14)) + a("M4.5 4.5L6.5 6.5", "M11.5 4.5L9.5 6.5", "M4.5 11.5L6.5 9.5",
+        "M11.5 11.5L9.5 9.5"),
     "rulers": s("M2 2H14V6H6V14H2Z", "M8 2V3.6", "M10 2V4.2", "M12 2V3.6", "M2 8H3.6", "M2 10H4.2", "M2 12H3.6"),
     "grid": s(rrect(2, 2, 14, 14), "M6 2V14", "M10 2V14", "M2 6H14", "M2 10H14"),
     "guides": s(rrect(3, 3, 13, 13)) + a("M6 1V15", "M1 9H15"),
@@ -105,8 +108,10 @@ COMMANDS = {
     "select-all": DASHED + at(cell(4, 4, 12, 12), opacity=.55),
     "select-none": DASHED + a("M6 6L10 10", "M10 6L6 10"),
     "select-invert": at(rect(3.2, 3.2, 12.8, 12.8) + circ(8, 8, 2.6), opacity=.55) + DASHED + s(circ(8, 8, 2.6)),
-    "select-feather": s(*dashed(ellipse(8, 8, 6, 6), 9, .42)) + at(circ(8, 8, 4.4), opacity=.25) + at(circ(8, 8, 3), opacity=.4) + af(circ(8, 8, 1.6)),
-    "select-border": s(*dashrect(1, 1, 15, 15), *dashrect(5, 5, 11, 11)) + at(rect(2, 2, 14, 14) + rect(4, 4, 12, 12), opacity=.55),
+    "select-feather": s(*dashed(ellipse(8, 8, 6, 6), 9, .42)) + at(circ(8, 8, 4.4), opacity=.25) + at(circ(8, 8, 3),
+        opacity=.4) + af(circ(8, 8, 1.6)),
+    "select-border": s(*dashrect(1, 1, 15, 15), *dashrect(5, 5, 11, 11)) + at(rect(2, 2, 14, 14) + rect(4, 4, 12, 12),
+        opacity=.55),
     "select-grow": DASHED + a("M4 8H12", head(4, 8, 180), head(12, 8, 0)),
     "select-shrink": DASHED + a("M4 8H6.8", head(7, 8, 0, 2.4), "M12 8H9.2", head(9, 8, 180, 2.4)),
     "select-crop": s("M4 1V12H15", "M1 4H12V15") + at(cell(6, 6, 10, 10), opacity=.55),
@@ -115,21 +120,29 @@ COMMANDS = {
     # the picture
     "rotate-left": quarter_turn(),
     "rotate-right": mirrored(quarter_turn(), 8),
-    "rotate-half": s("M5 6H11V10H5Z") + a("M3 5.4C4.4 1.8 10.6 1.2 13 5", head(13.3, 5.4, 62, 2.8), "M13 10.6C11.6 14.2 5.4 14.8 3 11", head(2.7, 10.6, 242, 2.8)),
+    "rotate-half": s("M5 6H11V10H5Z") + a("M3 5.4C4.4 1.8 10.6 1.2 13 5", head(13.3, 5.4, 62, 2.8),
+        "M13 10.6C11.6 14.2 5.4 14.8 3 11", head(2.7, 10.6, 242, 2.8)),
     "flip-horz": flip_halves(),
     "flip-vert": upright(flip_halves()),
     "resize": s("M2 8H8V14H2Z", "M2 5V2H5", "M8 2H9", "M14 8V7", "M11 14H14V11") + a("M9.5 6.5L14 2", "M10.5 2H14V5.5"),
-    "canvas-size": s(*corners(1, 1, 15, 15, 2)) + s("M5 5H11V11H5Z") + t("M5 5H11V11H5Z") + a("M8 3.4V1", "M8 12.6V15", "M3.4 8H1", "M12.6 8H15"),
+    "canvas-size": s(*corners(1, 1, 15, 15, 2)) + s("M5 5H11V11H5Z") + t("M5 5H11V11H5Z") + a("M8 3.4V1",
+        "M8 12.6V15", "M3.4 8H1", "M12.6 8H15"),
     "crop": s("M4 1V12H15", "M1 4H12V15"),
-    "merge": s(rrect(2, 2, 10, 10), "M12 6H13A1 1 0 0 1 14 7V13A1 1 0 0 1 13 14H7A1 1 0 0 1 6 13V12") + at(rect(6, 6, 10, 10), opacity=.55) + a("M6 10V6H10"),
-    "variations": s(rrect(6, 6, 10, 10, .6)) + s(*[rrect(x, y, x + 3, y + 3, .6) for x, y in ((1, 1), (12, 1), (1, 12), (12, 12))]) + a("M6 6L5 5", "M10 6L11 5", "M6 10L5 11", "M10 10L11 11"),
+    "merge": s(rrect(2, 2, 10, 10), "M12 6H13A1 1 0 0 1 14 7V13A1 1 0 0 1 13 14H7A1 1 0 0 1 6 13V12") + at(rect(6, 6,
+        10, 10), opacity=.55) + a("M6 10V6H10"),
+    "variations": s(rrect(6, 6, 10, 10, .6)) + s(*[rrect(x, y, x + 3, y + 3, .6) for x, y in ((1, 1), (12, 1), (1,
+        12), (12, 12))]) + a("M6 6L5 5", "M10 6L11 5", "M6 10L5 11", "M10 10L11 11"),
     "mode-bitmap": mode(f("M14 2.5V13A1 1 0 0 1 13 14H2.5Z")),
     "mode-16": mode(f(cell(4, 4, 7, 7), cell(9, 9, 12, 12)), t(cell(9, 4, 12, 7), cell(4, 9, 7, 12), opacity=.35)),
-    "mode-256": mode(f(*[rect(3.5 + 3 * x, 3.5 + 3 * y, 6.5 + 3 * x, 6.5 + 3 * y) for x in range(3) for y in range(3) if (x + y) % 2 == 0]),
-                     t(*[rect(3.5 + 3 * x, 3.5 + 3 * y, 6.5 + 3 * x, 6.5 + 3 * y) for x in range(3) for y in range(3) if (x + y) % 2], opacity=.3)),
-    "mode-grey": mode(*[f(rect(3.5 + k * 2.25, 3.5, 5.75 + k * 2.25, 12.5), opacity=o) for k, o in enumerate((1, .65, .35, .12))]),
+    "mode-256": mode(f(*[rect(3.5 + 3 * x, 3.5 + 3 * y, 6.5 + 3 * x, 6.5
+        + 3 * y) for x in range(3) for y in range(3) if (x + y) % 2 == 0]),
+                     t(*[rect(3.5 + 3 * x, 3.5 + 3 * y, 6.5 + 3 * x, 6.5
+                     + 3 * y) for x in range(3) for y in range(3) if (x + y) % 2], opacity=.3)),
+    "mode-grey": mode(*[f(rect(3.5 + k * 2.25, 3.5, 5.75 + k * 2.25, 12.5), opacity=o) for k, o in enumerate((1, .65,
+        .35, .12))]),
     "mode-rgb": s(VENN[1], VENN[2]) + at(VENN[0], opacity=.35) + a(VENN[0]),
-    "colour-management": s(rrect(2, 2, 14, 11), "M8 11V14", "M5 14H11") + at("M8 4.4L11 8.8H5Z") + a("M8 4.4L11 8.8H5Z"),
+    "colour-management": s(rrect(2, 2, 14, 11), "M8 11V14", "M5 14H11") + at("M8 4.4L11 8.8H5Z")
+        + a("M8 4.4L11 8.8H5Z"),
     # capture: what is caught stands in a viewfinder
     "capture-screen": VIEWFINDER + a("M4 4H12V9H4Z", "M8 9V12", "M6 12H10"),
     "capture-window": VIEWFINDER + a("M4 4H12V12H4Z") + af(cell(4, 4, 12, 6)),
@@ -146,20 +159,28 @@ COMMANDS = {
     "help": s(circ(8, 8, 6), "M6.2 6.3A1.9 1.9 0 1 1 9 8C8.3 8.4 8 8.7 8 9.3") + f(dot(8, 11.4, .85)),
     "about": s(circ(8, 8, 6), "M8 7.6V11.4") + f(dot(8, 5, .9)),
     "window-new": s("M8 14H3A1 1 0 0 1 2 13V3A1 1 0 0 1 3 2H13A1 1 0 0 1 14 3V8", "M2 5H14") + plus(),
-    "window-cascade": s(rrect(2, 2, 10, 9), "M2 4H10") + s("M12 6H13A1 1 0 0 1 14 7V13A1 1 0 0 1 13 14H7A1 1 0 0 1 6 13V11"),
-    "window-tile-horz": s(rrect(2, 2, 14, 7), rrect(2, 9, 14, 14)) + f(rect(2.5, 2.5, 13.5, 3.5), rect(2.5, 9.5, 13.5, 10.5)),
-    "window-tile-vert": s(rrect(2, 2, 7, 14), rrect(9, 2, 14, 14)) + f(rect(2.5, 2.5, 6.5, 3.5), rect(9.5, 2.5, 13.5, 3.5)),
+    "window-cascade": s(rrect(2, 2, 10, 9), "M2 4H10")
+        + s("M12 6H13A1 1 0 0 1 14 7V13A1 1 0 0 1 13 14H7A1 1 0 0 1 6 13V11"),
+    "window-tile-horz": s(rrect(2, 2, 14, 7), rrect(2, 9, 14, 14)) + f(rect(2.5, 2.5, 13.5, 3.5), rect(2.5, 9.5, 13.5,
+        10.5)),
+    "window-tile-vert": s(rrect(2, 2, 7, 14), rrect(9, 2, 14, 14)) + f(rect(2.5, 2.5, 6.5, 3.5), rect(9.5, 2.5, 13.5,
+        3.5)),
     "window-arrange": s(rrect(2, 2, 14, 14)) + f(cell(4, 10, 5, 12), cell(7, 10, 8, 12), cell(10, 10, 11, 12)),
     # filters
     "filter": filters(af(star(11.8, 4.6, 3.6))),
     "filter-blur": filters(fly(a(DROP))),
     "filter-sharpen": filters(a("M12 1.5L15 7.5H9Z")),
-    "filter-noise": filters(af(dot(9.4, 2.2), dot(12, 1.4), dot(14.4, 2.8), dot(10.4, 4.8), dot(13, 4.8), dot(14.7, 6.4), dot(11.6, 7.2))),
+    "filter-noise": filters(af(dot(9.4, 2.2), dot(12, 1.4), dot(14.4, 2.8), dot(10.4, 4.8), dot(13, 4.8), dot(14.7,
+        6.4), dot(11.6, 7.2))),
     "filter-relief": filters(a("M9 7.5V2H15"), at("M9 7.5V2H15L13 4H11V5.5Z", opacity=.5)),
-    "filter-distort": filters(a("M9 2.6C10 1 11.2 1 12 2.6C12.8 4.2 14 4.2 15 2.6", "M9 6.2C10 4.6 11.2 4.6 12 6.2C12.8 7.8 14 7.8 15 6.2")),
+    "filter-distort": filters(a("M9 2.6C10 1 11.2 1 12 2.6C12.8 4.2 14 4.2 15 2.6",
+        "M9 6.2C10 4.6 11.2 4.6 12 6.2C12.8 7.8 14 7.8 15 6.2")),
     "filter-colour": filters(a(circ(12, 4.5, 3)), af("M12 1.5A3 3 0 0 1 12 7.5Z")),
-    "filter-custom": filters(af(*[rect(9 + 2.2 * x, 1.2 + 2.2 * y, 10.6 + 2.2 * x, 2.8 + 2.2 * y) for x in range(3) for y in range(3)])),
-    "levels": s("M2 12H14") + t("M2 12C4 11 5 4 7 4C9 4 9.5 8.5 11 9C12 9.3 13 11 14 12Z", opacity=.35) + s("M2 12C4 11 5 4 7 4C9 4 9.5 8.5 11 9C12 9.3 13 11 14 12") + af("M4 12.4L5.4 15H2.6Z", "M8 12.4L9.4 15H6.6Z", "M12 12.4L13.4 15H10.6Z"),
+    "filter-custom": filters(af(*[rect(9 + 2.2 * x, 1.2 + 2.2 * y, 10.6 + 2.2 * x, 2.8
+        + 2.2 * y) for x in range(3) for y in range(3)])),
+    "levels": s("M2 12H14") + t("M2 12C4 11 5 4 7 4C9 4 9.5 8.5 11 9C12 9.3 13 11 14 12Z", opacity=.35)
+        + s("M2 12C4 11 5 4 7 4C9 4 9.5 8.5 11 9C12 9.3 13 11 14 12") + af("M4 12.4L5.4 15H2.6Z",
+        "M8 12.4L9.4 15H6.6Z", "M12 12.4L13.4 15H10.6Z"),
     "curves": graph("M2 14C7 13 8 4 14 3"),
     "brightness": s(circ(8, 8, 3)) + f("M8 5A3 3 0 0 1 8 11Z") + s(*RAYS),
     "hue": s(*VENN),
@@ -167,7 +188,8 @@ COMMANDS = {
     "gamma": graph("M2 14C3 6 8 3 14 3"),
     "invert": s(rrect(2, 2, 14, 14)) + f("M8 2.5H13.5V13.5H8Z" + "M8 5A3 3 0 0 1 8 11Z") + f("M8 5A3 3 0 0 0 8 11Z"),
     "desaturate": s(DROP) + f("M8 1.5V14.3A4.5 4.5 0 0 1 3.5 9.8C3.5 7 6.2 4.4 8 1.5Z", opacity=.45),
-    "equalize": s("M2 14H14") + f(cell(3, 8, 4, 12), cell(6, 8, 7, 12), cell(9, 8, 10, 12), cell(12, 8, 13, 12)) + a("M5 2H11", "M5 5H11"),
+    "equalize": s("M2 14H14") + f(cell(3, 8, 4, 12), cell(6, 8, 7, 12), cell(9, 8, 10, 12), cell(12, 8, 13, 12))
+        + a("M5 2H11", "M5 5H11"),
     "threshold": graph("M2 11H8V4H14"),
     "posterize": graph("M2 12H5V9H8V6H11V3H14"),
     "histogram": s("M2 14H14") + f(cell(3, 10, 4, 12), cell(6, 5, 7, 12), cell(9, 3, 10, 12), cell(12, 8, 13, 12)),

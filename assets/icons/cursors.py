@@ -12,7 +12,8 @@ def two_tone(parts, scale, dx, dy, stroke, body=()):
     out = []
     d = "".join(scaled_path(p.path, scale, dx, dy) for p in parts if p.kind == "line")
     if d:
-        out.append(f'<path fill="none" stroke="{RIM}" stroke-width="{num(stroke + 2)}" stroke-linecap="round" stroke-linejoin="round" d="{d}"/>')
+        out.append(f'<path fill="none" stroke="{RIM}" stroke-width="{num(stroke + 2)}" stroke-linecap="round" '
+                   f'stroke-linejoin="round" d="{d}"/>')
     d = "".join(scaled_path(p.path, scale, dx, dy) for p in parts if p.kind == "fill")
     if d:
         out.append(f'<path fill="{RIM}" stroke="{RIM}" stroke-width="2" stroke-linejoin="round" d="{d}"/>')
@@ -56,9 +57,9 @@ def both_ways(angle):
     return turned(line, angle, 16, 16)
 
 
-
 ROTATE = s("M25.4 18.5A9.5 9.5 0 1 1 21.6 8.2", "M22.4 2.8V8.8H16.4")
-FIST = ("M9.5 15V13A2 2 0 0 1 13.5 13V12A2 2 0 0 1 17.5 12A2 2 0 0 1 21.5 12.6A1.9 1.9 0 0 1 25.2 13.6V19C25.2 23.6 22.6 26.5 18.4 26.5"
+FIST = ("M9.5 15V13A2 2 0 0 1 13.5 13V12A2 2 0 0 1 17.5 12A2 2 0 0 1 21.5 12.6A1.9 1.9 0 0 1 25.2 13.6V19"
+        "C25.2 23.6 22.6 26.5 18.4 26.5"
         "C14.4 26.5 12.6 24.8 10.8 22.2L8 18.4C6.8 16.6 8.2 15 9.5 15Z")
 FIST_LINES = ("M13.5 13V15.5", "M17.5 12V15.5", "M21.5 12.6V15.5")
 
@@ -69,7 +70,8 @@ def hand(path):
 
 def lens(*inside):
     glass = "M20.5 12.5A8 8 0 1 1 4.5 12.5A8 8 0 1 1 20.5 12.5Z"
-    return cursor(pixels(s(glass), 1.5, [glass]), pixels(s("M18.6 18.6L28 28"), 3), placed(s(*inside), scale=1, dx=0, dy=0, stroke=1.5, colours=COLOURS))
+    return cursor(pixels(s(glass), 1.5, [glass]), pixels(s("M18.6 18.6L28 28"), 3), placed(s(*inside), scale=1, dx=0,
+        dy=0, stroke=1.5, colours=COLOURS))
 
 
 # The gradient as three bands: a cursor has no half tones to spare.
@@ -80,7 +82,8 @@ BODY_ERASER = ("M1.9 10.1L9.4 2.6L13.9 7.1L7.4 13.6H5.4Z",)
 MOVE = s("M16 5V27", "M5 16H27", head(16, 4, -90, 6), head(16, 28, 90, 6), head(4, 16, 180, 6), head(28, 16, 0, 6))
 
 CURSORS = {
-    **{name: cross_with(name) for name in ("rect-select", "ellipse-select", "polygon-select", "free-select", "magic-wand", "crop",
+    **{name: cross_with(name) for name in ("rect-select", "ellipse-select", "polygon-select", "free-select",
+        "magic-wand", "crop",
                                            "stamp", "burn")},
     "blur": cross_with("blur", (DROP,)),
     "sharpen": cross_with("sharpen", ("M8 1.5L13 13.5H3Z",)),
@@ -98,7 +101,8 @@ CURSORS = {
     "photo-brush": tip(TOOLS["photo-brush"]),
     "effect-brush": tip(TOOLS["brush"][:4] + BRUSH_TUFT + af(star(4.6, 3.6, 3.4))),
     "eyedropper": tip(EYEDROPPER, ("M8 5L3 10V13H6L11 8Z",)),
-    "text": cursor(pixels(s("M13.5 4.5H15L16.5 6L18 4.5H19.5", "M16.5 6V26", "M13.5 27.5H15L16.5 26L18 27.5H19.5", "M14.5 20.5H18.5"))),
+    "text": cursor(pixels(s("M13.5 4.5H15L16.5 6L18 4.5H19.5", "M16.5 6V26", "M13.5 27.5H15L16.5 26L18 27.5H19.5",
+        "M14.5 20.5H18.5"))),
     "zoom-in": lens("M12.5 8.5V16.5", "M8.5 12.5H16.5"),
     "zoom-out": lens("M8.5 12.5H16.5"),
     "hand-open": cursor(hand(HAND)),
@@ -111,7 +115,9 @@ CURSORS = {
     "skew-horz": cursor(pixels(s("M9 12H27", head(28, 12, 0, 6), "M23 20H5", head(4, 20, 180, 6)), 2)),
     "skew-vert": cursor(pixels(s("M12 23V5", head(12, 4, -90, 6), "M20 9V27", head(20, 28, 90, 6)), 2)),
     "drag-handle": cursor(pixels(s(ARROW), 1, [ARROW]), pixels(s("M20.5 20.5H28.5V28.5H20.5Z"))),
-    "guide-horz": cursor(pixels(s("M16 11V5", "M16 21V27", head(16, 4, -90, 5), head(16, 28, 90, 5)), 2), pixels(s("M4 14.5H28", "M4 17.5H28"))),
-    "guide-vert": cursor(pixels(s("M11 16H5", "M21 16H27", head(4, 16, 180, 5), head(28, 16, 0, 5)), 2), pixels(s("M14.5 4V28", "M17.5 4V28"))),
+    "guide-horz": cursor(pixels(s("M16 11V5", "M16 21V27", head(16, 4, -90, 5), head(16, 28, 90, 5)), 2),
+        pixels(s("M4 14.5H28", "M4 17.5H28"))),
+    "guide-vert": cursor(pixels(s("M11 16H5", "M21 16H27", head(4, 16, 180, 5), head(28, 16, 0, 5)), 2),
+        pixels(s("M14.5 4V28", "M17.5 4V28"))),
     "guide-drag": cursor(pixels(MOVE, 2), pixels(s(rect(12.5, 12.5, 19.5, 19.5)), 1, [rect(12.5, 12.5, 19.5, 19.5)])),
 }

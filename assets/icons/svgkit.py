@@ -231,24 +231,14 @@ def _cut(pts, start, end):
     return poly(*out, closed=False)
 
 
-def dashed(path, n, share=0.5, phase=None):
-    """A path of lines and curves cut into n even dashes; closed ones are centred on their start."""
+def dashed(path, n, share=0.5):
+    """A closed path of lines and curves cut into n even dashes, the first one in the middle of its start."""
     pts = _flatten(path)
     total = sum(math.hypot(x1 - x0, y1 - y0) for (x0, y0), (x1, y1) in zip(pts, pts[1:]))
-    closed = pts[0] == pts[-1]
-    out = []
-    if closed:
-        period = total / n
-        first = -period * share / 2 if phase is None else phase * period
-        ring = pts + pts[1:]
-        for k in range(n):
-            at_ = (first + k * period) % total
-            out.append(_cut(ring, at_, at_ + period * share))
-    else:
-        dash = total * share / n
-        gap = (total - n * dash) / (n - 1)
-        out = [_cut(pts, k * (dash + gap), k * (dash + gap) + dash) for k in range(n)]
-    return out
+    period = total / n
+    twice_round = pts + pts[1:]
+    starts = [(k * period - period * share / 2) % total for k in range(n)]
+    return [_cut(twice_round, start, start + period * share) for start in starts]
 
 
 def ellipse(cx, cy, rx, ry):

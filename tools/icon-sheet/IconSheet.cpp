@@ -15,7 +15,7 @@ using namespace kestrune;
 namespace {
 
 constexpr int c_nColumns = 12;
-constexpr int c_nCellWidth = 88;
+constexpr int c_nCellWidth = 94;
 constexpr int c_nCellHeight = 62;
 
 void ApplyTheme(bool bDark)
