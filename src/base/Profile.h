@@ -42,11 +42,17 @@ public:
     void WriteString(const std::string& strSection, const std::string& strKey, const std::string& strValue) override;
     void WriteBinary(const std::string& strSection, const std::string& strKey, std::span<const std::uint8_t> value) override;
 
-private:
+    /// Section and key.
+    using Name = std::pair<std::string, std::string>;
     using Value = std::variant<int, std::string, std::vector<std::uint8_t>>;
+    /// All values, by section and key.
+    const std::map<Name, Value>& Values() const { return m_mapValues; }
+    void SetValue(const Name& name, const Value& value) { m_mapValues[name] = value; }
+
+private:
     const Value* Find(const std::string& strSection, const std::string& strKey) const;
 
-    std::map<std::pair<std::string, std::string>, Value> m_mapValues;
+    std::map<Name, Value> m_mapValues;
 };
 
 /// The integer that a text setting means, or the text of an integer one: the stores keep what was written, readers may differ.

@@ -28,6 +28,24 @@ inline constexpr int IDS_REASON_TOOBIG = 60158;
 inline constexpr int IDS_REASON_FOLDER = 60159;
 inline constexpr int IDS_REASON_DEVICE = 60160;
 inline constexpr int IDS_REASON_NAME = 60161;
+// The frame: bars, hints, questions at the end, the about box.
+inline constexpr int IDS_BOX_CLOSE = 60250;
+inline constexpr int IDS_HINT_DROP = 60251;
+inline constexpr int IDS_HINT_KEYS = 60252;
+inline constexpr int IDS_ZOOM_LABEL = 60253;
+inline constexpr int IDS_ZOOM_TIP = 60254;
+inline constexpr int IDS_FRAME_FOLLOWS_ZOOM = 60255;
+inline constexpr int IDS_FRAME_FOLLOWS_ZOOM_TIP = 60256;
+inline constexpr int IDS_ASK_SAVE = 60257;
+inline constexpr int IDS_SETTINGS_NOT_SAVED = 60258;
+inline constexpr int IDS_SETTINGS_CORRUPT = 60259;
+inline constexpr int IDS_COMMAND_OUT_OF_MEMORY = 60260;
+inline constexpr int IDS_COMMAND_FAILED = 60261;
+inline constexpr int IDS_NEW_DOCUMENT = 60262;
+inline constexpr int IDS_ABOUT_TITLE = 60263;
+inline constexpr int IDS_ABOUT_WHAT = 60264;
+inline constexpr int IDS_ABOUT_CREDITS = 60265;
+// Buttons of every box and dialog, and the dialogs that create, open, save and export.
 inline constexpr int IDS_OUT_OF_MEMORY = 60200;
 inline constexpr int IDS_SAVE_ERROR = 60201;
 inline constexpr int IDS_SAVED_AS_JPEG = 60202;

@@ -1,0 +1,82 @@
+#include "app/ToolBox.h"
+
+#include "app/CommandTable.h"
+#include "app/CommandUi.h"
+#include "ui/Icons.h"
+
+#include <QGridLayout>
+#include <QToolButton>
+
+namespace kestrune {
+
+namespace {
+
+constexpr QSize c_button(30, 28);
+constexpr int c_nGap = 1;
+constexpr int c_nMargin = 3;
+
+} // namespace
+
+CToolBox::CToolBox(QWidget* pParent)
+    : QToolBar(pParent)
+    , m_pPanel(new QWidget(this))
+    , m_pGrid(new QGridLayout(m_pPanel))
+{
+    setObjectName(QStringLiteral("ToolBox"));
+    setMovable(false);
+    setFloatable(false);
+    setAttribute(Qt::WA_InputMethodEnabled, false);
+    m_pGrid->setContentsMargins(c_nMargin, c_nMargin, c_nMargin, c_nMargin);
+    m_pGrid->setSpacing(c_nGap);
+    for (const ToolBoxButton& button : ToolBoxButtons()) {
+        auto* pButton = new QToolButton(m_pPanel);
+        pButton->setAutoRaise(true);
+        pButton->setFixedSize(c_button);
+        pButton->setIconSize({20, 20});
+        pButton->setFocusPolicy(Qt::NoFocus);
+        pButton->setEnabled(false);
+        const CommandRow& row = *FindCommand(button.nCommand);
+        pButton->setToolTip(TipOf(row));
+        pButton->setStatusTip(ToQString(row.prompt));
+        pButton->setAccessibleName(ToQString(row.text));
+        connect(pButton, &QToolButton::clicked, this, [this, nId = button.nCommand] { Q_EMIT CommandChosen(nId); });
+        m_buttons.insert(button.nCommand, pButton);
+    }
+    addWidget(m_pPanel);
+    Arrange();
+}
+
+void CToolBox::LoadIcons()
+{
+    for (auto it = m_buttons.cbegin(); it != m_buttons.cend(); ++it)
+        it.value()->setIcon(LoadIcon(ToQString(FindCommand(it.key())->icon)));
+}
+
+void CToolBox::FitHeight(int nHeight)
+{
+    const int nButtons = static_cast<int>(m_buttons.size());
+    const int nNeeded = nButtons * (c_button.height() + c_nGap) + 2 * c_nMargin;
+    const int nColumns = nHeight < nNeeded ? 2 : 1;
+    if (nColumns == m_nColumns)
+        return;
+    m_nColumns = nColumns;
+    Arrange();
+}
+
+void CToolBox::Arrange()
+{
+    int nPlace = 0;
+    for (const ToolBoxButton& button : ToolBoxButtons()) {
+        QToolButton* pButton = m_buttons.value(button.nCommand);
+        m_pGrid->removeWidget(pButton);
+        m_pGrid->addWidget(pButton, nPlace / m_nColumns, nPlace % m_nColumns);
+        nPlace++;
+    }
+    // The stretch keeps the buttons together at the top.
+    for (int nRow = 0; nRow <= nPlace; nRow++)
+        m_pGrid->setRowStretch(nRow, nRow == nPlace ? 1 : 0);
+    m_pPanel->updateGeometry();
+    updateGeometry();
+}
+
+} // namespace kestrune
