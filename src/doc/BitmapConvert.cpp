@@ -50,13 +50,17 @@ void LBitmapBase::GrayScale(int nBits)
     for (std::size_t i = 0; i < m_palette.size(); i++)
         level[i] = static_cast<std::uint8_t>(Luminance(m_palette[i].rgbRed, m_palette[i].rgbGreen, m_palette[i].rgbBlue));
     CBandStore store(m_nHeight, m_nWidth);
+    const int nWidth = m_nWidth;
     ParallelRows(m_nHeight, 32, [&](int y0, int y1) {
         for (int y = y0; y < y1; y++) {
             const std::uint8_t* p = Row(y);
             std::uint8_t* pOut = store.WriteRow(y);
-            for (int x = 0; x < m_nWidth; x++)
-                pOut[x] = m_nBitsPerPixel == 24 ? static_cast<std::uint8_t>(Luminance(p[x * 3 + 2], p[x * 3 + 1], p[x * 3]))
-                                                : level[p[x]];
+            if (m_nBitsPerPixel == 24)
+                for (int x = 0; x < nWidth; x++)
+                    pOut[x] = static_cast<std::uint8_t>(Luminance(p[x * 3 + 2], p[x * 3 + 1], p[x * 3]));
+            else
+                for (int x = 0; x < nWidth; x++)
+                    pOut[x] = level[p[x]];
         }
     });
     m_store = std::move(store);

@@ -2,6 +2,7 @@
 
 #include "base/Color.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -22,16 +23,11 @@ public:
     {
         const Cell& cell = m_cells[((nRed >> 3) << 10) | ((nGreen >> 3) << 5) | (nBlue >> 3)];
         const Candidate* p = m_candidates.data() + cell.nFirst;
-        int iBest = p->nIndex;
-        int nBest = Distance(*p, nRed, nGreen, nBlue);
-        for (std::uint32_t i = 1; i < cell.nCount; i++) {
-            const int nDistance = Distance(p[i], nRed, nGreen, nBlue);
-            if (nDistance < nBest) {
-                nBest = nDistance;
-                iBest = p[i].nIndex;
-            }
-        }
-        return iBest;
+        // Distance and index in one number: the least of them needs no branch, and the lower index wins a tie by itself.
+        int nBest = Key(p[0], nRed, nGreen, nBlue);
+        for (std::uint32_t i = 1; i < cell.nCount; i++)
+            nBest = std::min(nBest, Key(p[i], nRed, nGreen, nBlue));
+        return nBest & 255;
     }
 
 private:
@@ -42,10 +38,10 @@ private:
         std::uint32_t nFirst = 0;
         std::uint32_t nCount = 0;
     };
-    static int Distance(const Candidate& c, int nRed, int nGreen, int nBlue)
+    static int Key(const Candidate& c, int nRed, int nGreen, int nBlue)
     {
         const int r = c.nRed - nRed, g = c.nGreen - nGreen, b = c.nBlue - nBlue;
-        return r * r + g * g + b * b;
+        return (r * r + g * g + b * b) << 8 | c.nIndex;
     }
     void Split(const std::vector<Candidate>& kept, int nRed, int nGreen, int nBlue, int nSide);
 

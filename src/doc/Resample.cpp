@@ -46,27 +46,50 @@ AxisWeights MakeAxisWeights(int nOld, int nNew, int nFlags)
 {
     const double fScale = static_cast<double>(nOld) / nNew;
     const double fSupport = SupportOf(nFlags, fScale);
+    const auto Reach = [&](int i) { // the old pixels that new pixel i may touch, both ends tight
+        const double fMiddle = (i + 0.5) * fScale;
+        int j0 = std::clamp(static_cast<int>(std::floor(fMiddle - fSupport)), 0, nOld - 1);
+        int j1 = std::clamp(static_cast<int>(std::ceil(fMiddle + fSupport)), j0 + 1, nOld);
+        while (j0 + 1 < j1 && Weight(nFlags, j0, fMiddle, fScale) == 0)
+            j0++;
+        while (j0 + 1 < j1 && Weight(nFlags, j1 - 1, fMiddle, fScale) == 0)
+            j1--;
+        return std::pair(j0, j1);
+    };
     AxisWeights axis;
-    axis.nTaps = std::min(nOld, static_cast<int>(std::ceil(fSupport * 2)) + 1);
+    for (int i = 0; i < nNew; i++) {
+        const auto [j0, j1] = Reach(i);
+        axis.nTaps = std::max(axis.nTaps, j1 - j0);
+    }
     axis.first.resize(nNew);
-    axis.count.resize(nNew);
     axis.value.assign(static_cast<std::size_t>(nNew) * axis.nTaps, 0.0f);
     std::vector<double> row(axis.nTaps);
     for (int i = 0; i < nNew; i++) {
-        const double fMiddle = (i + 0.5) * fScale;
-        int j0 = std::clamp(static_cast<int>(std::floor(fMiddle - fSupport)), 0, nOld - 1);
-        const int j1 = std::clamp(static_cast<int>(std::ceil(fMiddle + fSupport)), j0 + 1, std::min(nOld, j0 + axis.nTaps));
+        const auto [j0, j1] = Reach(i);
         double fSum = 0;
         for (int j = j0; j < j1; j++)
-            fSum += row[j - j0] = Weight(nFlags, j, fMiddle, fScale);
-        axis.first[i] = j0;
-        axis.count[i] = j1 - j0;
-        float* pValue = axis.value.data() + static_cast<std::size_t>(i) * axis.nTaps;
+            fSum += row[j - j0] = Weight(nFlags, j, (i + 0.5) * fScale, fScale);
+        axis.first[i] = std::min(j0, nOld - axis.nTaps);
+        float* pValue = axis.value.data() + static_cast<std::size_t>(i) * axis.nTaps + (j0 - axis.first[i]);
         for (int j = j0; j < j1; j++)
             pValue[j - j0] = static_cast<float>(row[j - j0] / fSum);
     }
     return axis;
 }
+
+namespace {
+
+/// Pixels of three bytes at the given offsets. Four bytes are moved at once, the last of which the next pixel overwrites,
+/// up to `nWhole`, behind which a fourth byte may not be there.
+void GatherPixels(const std::uint8_t* pSrc, const std::vector<std::size_t>& offset, int nWhole, std::uint8_t* pDst)
+{
+    for (int x = 0; x < nWhole; x++)
+        std::memcpy(pDst + x * 3, pSrc + offset[x], 4);
+    for (std::size_t x = nWhole; x < offset.size(); x++)
+        std::memcpy(pDst + x * 3, pSrc + offset[x], 3);
+}
+
+} // namespace
 
 void ResampleNearest(const LBitmapBase& source, CBandStore& target)
 {
@@ -75,21 +98,20 @@ void ResampleNearest(const LBitmapBase& source, CBandStore& target)
     std::vector<std::size_t> offset(nWidth);
     for (int x = 0; x < nWidth; x++)
         offset[x] = nPixel * NearestSource(x, source.GetWidth(), nWidth);
+    const std::size_t nLast = nPixel * (source.GetWidth() - 1);
+    const auto nBeforeLast = static_cast<int>(std::lower_bound(offset.begin(), offset.end(), nLast) - offset.begin());
+    const int nWhole = std::min(nBeforeLast, nWidth - 1);
     ParallelRows(target.Rows(), 16, [&](int y0, int y1) {
         for (int y = y0; y < y1; y++) {
-            const std::uint8_t* pSrc = source.Row(NearestSource(y, source.GetHeight(), target.Rows()));
+            const int nSource = NearestSource(y, source.GetHeight(), target.Rows());
             std::uint8_t* pDst = target.WriteRow(y);
-            if (nPixel == 1) {
+            if (y > y0 && nSource == NearestSource(y - 1, source.GetHeight(), target.Rows()))
+                std::memcpy(pDst, target.Row(y - 1), target.RowBytes());
+            else if (nPixel == 3)
+                GatherPixels(source.Row(nSource), offset, nWhole, pDst);
+            else
                 for (int x = 0; x < nWidth; x++)
-                    pDst[x] = pSrc[offset[x]];
-            } else {
-                for (int x = 0; x < nWidth; x++, pDst += 3) {
-                    const std::uint8_t* p = pSrc + offset[x];
-                    pDst[0] = p[0];
-                    pDst[1] = p[1];
-                    pDst[2] = p[2];
-                }
-            }
+                    pDst[x] = source.Row(nSource)[offset[x]];
         }
     });
 }
@@ -104,9 +126,9 @@ void ResampleSmooth(const LBitmapBase& source, CBandStore& target, int nFlags, K
         std::vector<float> mixed(source.GetRowBytes() + 4); // the kernels read four channels of the last pixel
         std::vector<const std::uint8_t*> rows(down.nTaps);
         for (int y = y0; y < y1; y++) {
-            for (int k = 0; k < down.count[y]; k++)
+            for (int k = 0; k < down.nTaps; k++)
                 rows[k] = source.Row(down.first[y] + k);
-            kernels.mixRows({rows.data(), static_cast<std::size_t>(down.count[y])}, down.Of(y), mixed.data(), source.GetRowBytes());
+            kernels.mixRows(rows, down.Of(y), mixed.data(), source.GetRowBytes());
             kernels.mixAcross(mixed.data(), across, target.WriteRow(y), nWidth);
         }
     });

@@ -6,12 +6,12 @@
 
 namespace kestrune {
 
-/// What each pixel of a resampled axis takes from the old axis: the first pixel, how many, and their weights, which add up
-/// to 1. Made once for an axis and used for every row or column.
+/// What each pixel of a resampled axis takes from the old axis: `nTaps` old pixels from `first` on, with weights that add up
+/// to 1. All take the same number, some with a weight of 0 at the ends, so that the loops over the taps never vary. Made
+/// once for an axis and used for every row or column.
 struct AxisWeights {
-    int nTaps = 0;            ///< the most pixels that one takes
-    std::vector<int> first;   ///< by new pixel
-    std::vector<int> count;   ///< by new pixel, 1..nTaps
+    int nTaps = 0;
+    std::vector<int> first;   ///< by new pixel; first + nTaps never passes the end
     std::vector<float> value; ///< nTaps for each new pixel
 
     const float* Of(int i) const { return value.data() + static_cast<std::size_t>(i) * nTaps; }

@@ -79,25 +79,34 @@ void MixRows(std::span<const std::uint8_t* const> rows, const float* pWeights, f
     }
 }
 
-void MixAcross(const float* pMixed, const AxisWeights& across, std::uint8_t* pOut, int nWidth)
+/// With the number of taps known to the compiler, or 0 for any number.
+template <int nKnown>
+void MixAcrossTaps(const float* pMixed, const AxisWeights& across, std::uint8_t* pOut, int nWidth)
 {
     const hn::FixedTag<float, 4> df; // one pixel and a channel of the next
     const hn::Rebind<std::int32_t, decltype(df)> di;
     const hn::Rebind<std::uint8_t, decltype(df)> du;
     const auto vHalf = hn::Set(df, 0.5f), vMost = hn::Set(df, 255.0f), vZero = hn::Zero(df);
+    const int nTaps = nKnown ? nKnown : across.nTaps;
     const int* pFirst = across.first.data();
-    const int* pCount = across.count.data();
-    for (int x = 0; x + 1 < nWidth; x++) {
+    const float* pWeights = across.value.data();
+    for (int x = 0; x + 1 < nWidth; x++, pWeights += nTaps) {
         const float* p = pMixed + static_cast<std::size_t>(pFirst[x]) * 3;
-        const float* pWeights = across.Of(x);
         auto sum = hn::Mul(hn::LoadU(df, p), hn::Set(df, pWeights[0]));
-        for (int k = 1; k < pCount[x]; k++)
+        for (int k = 1; k < nTaps; k++)
             sum = hn::Add(sum, hn::Mul(hn::LoadU(df, p + k * 3), hn::Set(df, pWeights[k])));
         const auto level = hn::Min(hn::Max(hn::Add(sum, vHalf), vZero), vMost);
         // The fourth byte is the next pixel's, which is written after.
         hn::StoreU(hn::DemoteTo(du, hn::ConvertTo(di, level)), du, pOut + x * 3);
     }
     MixPixel(pMixed, across, pOut, nWidth - 1);
+}
+
+void MixAcross(const float* pMixed, const AxisWeights& across, std::uint8_t* pOut, int nWidth)
+{
+    using Taps = void (*)(const float*, const AxisWeights&, std::uint8_t*, int);
+    constexpr Taps c_aTaps[] = {MixAcrossTaps<0>, MixAcrossTaps<1>, MixAcrossTaps<2>, MixAcrossTaps<3>, MixAcrossTaps<4>};
+    c_aTaps[across.nTaps <= 4 ? across.nTaps : 0](pMixed, across, pOut, nWidth);
 }
 
 #endif

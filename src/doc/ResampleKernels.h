@@ -23,7 +23,7 @@ inline void MixPixel(const float* pMixed, const AxisWeights& across, std::uint8_
     const float* p = pMixed + static_cast<std::size_t>(across.first[x]) * 3;
     const float* pWeights = across.Of(x);
     float sum[3] = {p[0] * pWeights[0], p[1] * pWeights[0], p[2] * pWeights[0]};
-    for (int k = 1; k < across.count[x]; k++)
+    for (int k = 1; k < across.nTaps; k++)
         for (int c = 0; c < 3; c++)
             sum[c] = sum[c] + p[k * 3 + c] * pWeights[k];
     for (int c = 0; c < 3; c++) {
