@@ -33,9 +33,9 @@ public:
         U16BE(v >> 16);
         U16BE(v & 0xFFFF);
     }
-    void Text(std::string_view text) { m_out.insert(m_out.end(), text.begin(), text.end()); }
-    void Raw(std::span<const std::uint8_t> bytes) { m_out.insert(m_out.end(), bytes.begin(), bytes.end()); }
-    void Zeros(std::size_t nBytes) { m_out.insert(m_out.end(), nBytes, 0); }
+    void Text(std::string_view text);
+    void Raw(std::span<const std::uint8_t> bytes);
+    void Zeros(std::size_t nBytes);
 
     std::size_t Size() const { return m_out.size(); }
     /// Overwrites a big-endian number that was left open earlier.

@@ -15,8 +15,7 @@ constexpr std::uint32_t c_nCoreHeader = 12;
 constexpr std::uint32_t c_nOs2Header = 64;
 constexpr std::uint32_t c_nOs2ShortHeader = 16;
 constexpr std::uint32_t c_nInfoHeader = 40;
-constexpr std::uint32_t c_nV2Header = 52; ///< from here on the colour masks stand in the header
-constexpr std::uint32_t c_nV3Header = 56; ///< and from here on the alpha mask
+constexpr std::uint32_t c_nV3Header = 56; ///< from here on the alpha mask stands in the header, behind the colour masks
 constexpr std::uint32_t c_nGreatestHeader = 1024;
 
 struct RawHeader {

@@ -1,0 +1,7 @@
+#include "FuzzReader.h"
+#include "doc/files/IcoFile.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t nBytes)
+{
+    return kestrune::FuzzReader(kestrune::ReadIco, pData, nBytes);
+}
