@@ -3,6 +3,7 @@
 #include "doc/files/ByteReader.h"
 #include "doc/files/DibDecoder.h"
 #include "doc/files/PixelRows.h"
+#include "doc/files/PngFile.h"
 
 #include <cstring>
 
@@ -11,7 +12,6 @@ namespace kestrune {
 namespace {
 
 constexpr std::uint8_t c_aPngMark[] = {0x89, 'P', 'N', 'G'};
-ReaderFunction s_pngReader = nullptr;
 
 struct Entry {
     std::span<const std::uint8_t> bytes;
@@ -91,11 +91,6 @@ int ReadIconDib(std::span<const std::uint8_t> bytes, LBitmapBase& bitmap)
 
 } // namespace
 
-void SetIcoPngReader(ReaderFunction reader)
-{
-    s_pngReader = reader;
-}
-
 std::span<const std::uint8_t> ChooseIcoEntry(std::span<const std::uint8_t> file)
 {
     constexpr unsigned c_nIcon = 1, c_nCursor = 2;
@@ -123,9 +118,7 @@ int ReadIco(std::span<const std::uint8_t> file, LBitmapBase& bitmap)
     const auto entry = ChooseIcoEntry(file);
     if (entry.empty())
         return IMG_ERROR_FILE_READ;
-    if (!CByteReader(entry).StartsWith(c_aPngMark))
-        return ReadIconDib(entry, bitmap);
-    return s_pngReader ? s_pngReader(entry, bitmap) : IMG_ERROR_BITS;
+    return CByteReader(entry).StartsWith(c_aPngMark) ? ReadPng(entry, bitmap) : ReadIconDib(entry, bitmap);
 }
 
 } // namespace kestrune

@@ -11,8 +11,4 @@ int ReadIco(std::span<const std::uint8_t> file, LBitmapBase& bitmap);
 /// The picture that `ReadIco` chooses, as a part of the file: a whole PNG file, or a DIB with its mask. Empty when there is none.
 std::span<const std::uint8_t> ChooseIcoEntry(std::span<const std::uint8_t> file);
 
-/// Sets the reader for pictures that are stored as PNG files; until then they are IMG_ERROR_BITS. To be called before the
-/// first file is read.
-void SetIcoPngReader(ReaderFunction reader);
-
 } // namespace kestrune
