@@ -247,8 +247,11 @@ bool ReadPictHeader(Span file, FileHeader& header)
     return in.Ok();
 }
 
-bool ReadPntgHeader(Span, FileHeader& header)
+bool ReadPntgHeader(Span file, FileHeader& header)
 {
+    constexpr std::size_t c_nPatterns = 512; // stand before the rows
+    if (file.size() < c_nPatterns)
+        return false;
     header.nBits = 1;
     header.palette = EvenRamp(1);
     return true;

@@ -1,5 +1,6 @@
 #include "CodecTestKit.h"
 
+#include "doc/files/ByteWriter.h"
 #include "doc/files/FileHeader.h"
 
 using namespace kestrune;
@@ -11,8 +12,10 @@ FileHeader HeaderOf(ImageFormat format, const FileBytes& file)
 {
     FileHeader header;
     EXPECT_TRUE(ReadFileHeader(format, file, header));
-    FileBytes seed = {static_cast<std::uint8_t>(format)};
-    seed.insert(seed.end(), file.begin(), file.end());
+    FileBytes seed;
+    CByteWriter w(seed);
+    w.U8(static_cast<unsigned>(format));
+    w.Raw(file);
     KeepSeed("fileheader", seed);
     return header;
 }
@@ -34,7 +37,7 @@ TEST(FileHeader, TellsTheDepthOfTheFile)
                             Case{Pcx, "ppmtopcx in.ppm > out", FewColorsPicture(2), 1, false},
                             Case{Pcx, "ppmtopcx -24bit in.ppm > out", ColorfulPicture(), 24, false},
                             Case{Pcx, "gm convert in.ppm -type Bilevel -compress RLE PCX:out", BlackWhitePicture(), 1, true},
-                            Case{Dcx, "gm convert in.ppm -compress RLE DCX:out", FewColorsPicture(200), 8, false},
+                            Case{Dcx, "gm convert in.ppm -type Palette -compress RLE DCX:out", FewColorsPicture(200), 8, false},
                             Case{Tga, "ppmtotga -cmap in.ppm > out", FewColorsPicture(200), 8, false},
                             Case{Tga, "ppmtopgm in.ppm | ppmtotga -mono > out", GreyPicture(), 8, true},
                             Case{Tga, "ppmtotga -rgb in.ppm > out", ColorfulPicture(), 24, false},
