@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Log.h"
 #include "doc/files/DecodedImage.h"
 
 #include <cstddef>
@@ -8,10 +9,12 @@
 
 namespace kestrune {
 
-/// Pictures stay small while fuzzing, so that an input costs its coding and not the clearing of giant planes.
+/// Pictures stay small while fuzzing, so that an input costs its coding and not the clearing of giant planes; the log is quiet.
 inline void SetFuzzLimits()
 {
     Limits().nMaxPixels = 4'000'000;
+    static const bool s_bQuiet = (SetLogSink([](const std::string&) {}), true);
+    static_cast<void>(s_bQuiet);
 }
 
 /// One input for one reader. A bitmap that was read must be whole: of a listed depth, with indices inside its palette.

@@ -2,6 +2,7 @@
 
 #include "base/Log.h"
 #include "doc/files/ByteReader.h"
+#include "doc/files/FileHeader.h"
 #include "doc/files/ImportProcess.h"
 #include "doc/files/PixelRows.h"
 
@@ -62,8 +63,12 @@ int ReadWith(const ImageFormatRow& row, std::span<const std::uint8_t> file, LBit
     if (reader)
         nResult = reader(file, picture);
     // Our own reader of a format may leave its rarer kinds to the process.
-    if (row.ReadsInHelper() && (!reader || nResult == IMG_ERROR_BITS))
+    if (row.ReadsInHelper() && (!reader || nResult == IMG_ERROR_BITS)) {
         nResult = DecodeInHelper(row.pszHelperName, row.format == ImageFormat::Eps ? EpsProgram(file) : file, picture);
+        FileHeader header; // the process counts the colours that occur; depth and palette are those of the file
+        if (nResult == IMG_SUCCESS && ReadFileHeader(row.format, file, header))
+            MatchFileHeader(header, picture);
+    }
     if (nResult != IMG_SUCCESS)
         return nResult;
     if (!IsSaneSize(picture.GetWidth(), picture.GetHeight(), Limits()))

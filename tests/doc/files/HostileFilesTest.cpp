@@ -1,5 +1,6 @@
 #include "CodecTestKit.h"
 
+#include "base/Log.h"
 #include "doc/MetaFile.h"
 #include "doc/files/BmpFile.h"
 #include "doc/files/ClpFile.h"
@@ -40,6 +41,12 @@ int ReadMetaFileHeader(std::span<const std::uint8_t> file, LBitmapBase&)
     return metafile.IsUsable() ? IMG_ERROR_BITS : IMG_ERROR_FILE_FORMAT;
 }
 
+/// The loader that recognises a file by its content.
+int ReadByContent(std::span<const std::uint8_t> file, LBitmapBase& bitmap)
+{
+    return DecodeImage(file, "", bitmap);
+}
+
 struct HostileCase {
     const char* pszName;
     ReaderFunction reader;
@@ -62,6 +69,11 @@ FileBytes SmallPict() { return MadeBy("ppmtopict in.ppm > out", FewColorsPicture
 
 FileBytes SmallTga() { return MadeBy("ppmtotga -cmap in.ppm > out", FewColorsPicture(40, 12, 7)); }
 FileBytes SmallSgi() { return MadeBy("pnmtosgi in.ppm > out", ColorfulPicture(12, 7)); }
+
+FileBytes SmallJpeg() { return MadeBy("convert in.ppm -density 72 JPEG:out", ColorfulPicture(12, 7)); }
+FileBytes SmallPng() { return MadeBy("convert in.ppm -alpha set PNG:out", ColorfulPicture(12, 7)); }
+FileBytes SmallTiff() { return MadeBy("convert in.ppm -compress LZW TIFF:out", ColorfulPicture(12, 7)); }
+FileBytes SmallWebp() { return MadeBy("cwebp -quiet -lossless in.ppm -o out", ColorfulPicture(12, 7)); }
 
 FileBytes SmallClp()
 {
@@ -96,6 +108,10 @@ const HostileCase c_aCases[] = {
     {"pict header", ReadHeaderOf<ImageFormat::Pict>, SmallPict, false},
     {"tga header", ReadHeaderOf<ImageFormat::Tga>, SmallTga, false},
     {"sgi header", ReadHeaderOf<ImageFormat::Sgi>, SmallSgi, false},
+    {"jpeg", ReadByContent, SmallJpeg, false},
+    {"png", ReadByContent, SmallPng, false},
+    {"tiff", ReadByContent, SmallTiff, false},
+    {"webp", ReadByContent, SmallWebp, false},
     {"metafile", ReadMetaFileHeader, SmallMetaFile, false},
 };
 
@@ -120,11 +136,19 @@ int ReadChecked(ReaderFunction reader, const FileBytes& file)
     return nResult;
 }
 
-/// Keeps the pictures of damaged headers small while a test runs.
+/// Keeps the pictures of damaged headers small, and the log of thousands of damaged files quiet, while a test runs.
 class SmallLimits {
 public:
-    SmallLimits() { Limits().nMaxPixels = 1'000'000; }
-    ~SmallLimits() { Limits() = m_kept; }
+    SmallLimits()
+    {
+        Limits().nMaxPixels = 1'000'000;
+        SetLogSink([](const std::string&) {});
+    }
+    ~SmallLimits()
+    {
+        Limits() = m_kept;
+        SetLogSink(nullptr);
+    }
 
 private:
     ReadLimits m_kept = Limits();
@@ -138,6 +162,7 @@ TEST(HostileFiles, CutShortAtEveryLength)
     for (const HostileCase& row : c_aCases) {
         SCOPED_TRACE(row.pszName);
         const FileBytes whole = row.makeFile();
+        KeepSeed("imagefile", whole);
         ASSERT_LT(whole.size(), 20000U);
         for (std::size_t n = 0; n < whole.size(); n++) {
             const int nResult = ReadChecked(row.reader, FileBytes(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(n)));
