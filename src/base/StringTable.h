@@ -128,6 +128,12 @@ inline constexpr int IDS_COMPRESS_DEFLATE = 60470;
 inline constexpr int IDS_EXPORT_DONE = 60471;
 inline constexpr int IDS_EXPORT_FAILED = 60472;
 inline constexpr int IDS_SAVE_FAILED = 61696; ///< the default text of a document that could not be saved
+// Swatches and palette files
+inline constexpr int IDS_SWATCHES_NOT_FOUND = 60500;
+inline constexpr int IDS_NO_FILE_HANDLES = 60501;
+inline constexpr int IDS_PALETTE_CANNOT_OPEN = 60502;
+inline constexpr int IDS_PALETTE_CANNOT_READ = 60503;
+inline constexpr int IDS_PALETTE_CANNOT_WRITE = 60504;
 // Colours and numeric controls
 inline constexpr int IDS_PICK_TITLE = 60600;
 inline constexpr int IDS_PICK_FIELD = 60601;

@@ -3,7 +3,7 @@
 #include "base/Arith.h"
 #include "doc/ColorState.h"
 #include "paint/BlendMode.h"
-#include "paint/ColorConvert.h"
+#include "base/ColorConvert.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -1,4 +1,4 @@
-#include "paint/ColorConvert.h"
+#include "base/ColorConvert.h"
 
 #include <algorithm>
 
