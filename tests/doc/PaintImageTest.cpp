@@ -1,7 +1,9 @@
 #include "DocTestTools.h"
 
+#include "base/StringTable.h"
 #include "doc/PaintImage.h"
 #include "doc/Palettes.h"
+#include "doc/files/DecodedImage.h"
 
 #include <gtest/gtest.h>
 
@@ -149,6 +151,39 @@ TEST_F(PaintImageTest, DepthAndPaletteOfTheFileDecideTheMode)
         EXPECT_EQ(g_pPalette, image.m_pPalette.get());
     }
     EXPECT_TRUE(said.messages.empty());
+}
+
+TEST_F(PaintImageTest, AMetafileTakesTheSizeThatItStates)
+{
+    const auto Words = [](std::initializer_list<int> words) {
+        std::string bytes;
+        for (const int w : words)
+            bytes += std::string{char(w), char(w >> 8)};
+        return bytes;
+    };
+    const auto Metafile = [&](int nRight, int nInch) {
+        const std::string records = Words({5, 0, 0x20B, 0, 0, 5, 0, 0x20C, 1440, 2880, 7, 0, 0x41B, 1000, 2000, 300, 300, 3, 0, 0});
+        int nCheck = 0;
+        const auto key = {0xCDD7, 0x9AC6, 0, 0, 0, nRight, 1440, nInch, 0, 0};
+        for (const int w : key)
+            nCheck ^= w;
+        return Words(key) + Words({nCheck, 1, 9, 0x300, 9 + static_cast<int>(records.size()) / 2, 0, 0, 7, 0, 0}) + records;
+    };
+    const CTempFolder folder;
+    CSaid said;
+    WriteText(folder / "a.WMF", Metafile(2880, 1440));
+    CPaintImage image;
+    ASSERT_TRUE(image.Load(folder / "a.WMF"));
+    EXPECT_EQ(image.m_nWidth, 192); // two inches of 96 pixels
+    EXPECT_EQ(image.m_nHeight, 96);
+    EXPECT_EQ(image.m_Bitmap.GetWidth(), 192);
+    EXPECT_TRUE(said.messages.empty());
+
+    WriteText(folder / "b.wmf", Metafile(32000, 1)); // three million pixels wide
+    EXPECT_FALSE(image.Load(folder / "b.wmf"));
+    WriteText(folder / "c.wmf", Metafile(2880, 0));
+    EXPECT_FALSE(image.Load(folder / "c.wmf"));
+    EXPECT_EQ(said.messages, (std::vector<std::string>{LoadErrorText(IMG_ERROR_MEMORY), std::string(StringText(IDS_BAD_FORMAT))}));
 }
 
 TEST_F(PaintImageTest, AHoldingBitmapBringsItsModeAndAPaletteIsFoundForIt)
