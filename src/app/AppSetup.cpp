@@ -5,6 +5,8 @@
 #include "ui/Theme.h"
 
 #include <QApplication>
+#include <QFontDatabase>
+#include <QFontInfo>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QLoggingCategory>
@@ -16,6 +18,21 @@ namespace {
 
 Q_LOGGING_CATEGORY(c_log, "kestrune")
 
+/// A desktop whose font has no Hangul would mix two fonts within a line: digits beside Hangul would come from the other one.
+void ChooseFont(QApplication& app)
+{
+    const QStringList korean = QFontDatabase::families(QFontDatabase::Korean);
+    QFont font = app.font();
+    if (korean.contains(QFontInfo(font).family()))
+        return;
+    for (const char* pszFamily : {"Pretendard", "Noto Sans CJK KR", "Noto Sans KR", "NanumGothic", "Nanum Gothic", "NanumBarunGothic"})
+        if (korean.contains(QLatin1String(pszFamily))) {
+            font.setFamilies({QLatin1String(pszFamily), font.family()});
+            app.setFont(font);
+            return;
+        }
+}
+
 } // namespace
 
 void PrepareApplication(QApplication& app)
@@ -26,6 +43,7 @@ void PrepareApplication(QApplication& app)
     // Numbers in dialogs look the same whatever the system's language; the texts are Korean.
     QLocale::setDefault(QLocale(QLocale::Korean, QLocale::SouthKorea));
     SetLogSink([](const std::string& strText) { qCWarning(c_log, "%s", strText.c_str()); });
+    ChooseFont(app);
     ApplyTheme(app, DesktopTheme());
 }
 

@@ -9,6 +9,7 @@
 #include <QCloseEvent>
 #include <QContextMenuEvent>
 #include <QMdiArea>
+#include <QStyle>
 
 #include <cstdio>
 
@@ -114,7 +115,7 @@ void CChildFrame::closeEvent(QCloseEvent* pEvent)
 
 QSize CChildFrame::BorderSize() const
 {
-    return size() - m_pView->viewport()->size();
+    return size() - m_pView->size();
 }
 
 void CChildFrame::SetClientSize(QSize size)
@@ -122,7 +123,12 @@ void CChildFrame::SetClientSize(QSize size)
     if (isMaximized() || isMinimized() || !mdiArea())
         return;
     const QRect rcSpace = mdiArea()->viewport()->rect();
-    const QSize frame = (size + BorderSize()).boundedTo(rcSpace.size()).expandedTo(minimumSize());
+    QSize frame = size + BorderSize();
+    // A side that does not fit has a scroll bar, which lies along the other side.
+    const int nScrollBar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, m_pView);
+    const bool bWide = frame.width() > rcSpace.width(), bHigh = frame.height() > rcSpace.height();
+    frame += QSize(bHigh ? nScrollBar : 0, bWide ? nScrollBar : 0);
+    frame = frame.boundedTo(rcSpace.size()).expandedTo(minimumSize());
     QRect rc(pos(), frame);
     // A frame that grows stays inside the workspace as far as it can.
     rc.moveLeft(std::max(0, std::min(rc.left(), rcSpace.width() - rc.width())));

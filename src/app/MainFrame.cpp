@@ -197,8 +197,7 @@ void CMainFrame::AddChild(CChildFrame* pChild)
     const int nStep = 24, nPlace = static_cast<int>(m_children.size() - 1) % 8;
     pChild->move(nStep * nPlace, nStep * nPlace);
     pChild->show();
-    if (const auto* pImage = pChild->GetDocument().m_pImage.get())
-        pChild->SetClientSize({pImage->m_nWidth, pImage->m_nHeight});
+    pChild->GetView().OnInitialUpdate();
     if (bMaximize)
         pChild->showMaximized();
     ActivateChild(pChild);
@@ -398,10 +397,10 @@ void CMainFrame::ZoomChanged(CPaintView& view)
     m_pOptionBar->ShowZoom(view.GetZoom());
 }
 
-CSize CMainFrame::AvailableSpace(const CPaintView&) const
+CSize CMainFrame::AvailableSpace(const CPaintView& view) const
 {
     // The boxes dock beside the workspace, so what they leave free is the workspace itself.
-    const QSize size = m_pWorkspace->viewport()->size();
+    const QSize size = m_pWorkspace->viewport()->size() * view.ClientScale();
     return {size.width(), size.height()};
 }
 
@@ -413,7 +412,7 @@ bool CMainFrame::FrameFollowsZoom() const
 void CMainFrame::ResizeFrame(CPaintView& view, CSize size)
 {
     if (CChildFrame* pChild = FrameOf(view))
-        pChild->SetClientSize({size.cx, size.cy});
+        pChild->SetClientSize(QSizeF(size.cx / view.ClientScale(), size.cy / view.ClientScale()).toSize());
 }
 
 void CMainFrame::PlaceFrame(CPaintView& view, const QRect& rc)
@@ -423,7 +422,8 @@ void CMainFrame::PlaceFrame(CPaintView& view, const QRect& rc)
         return;
     if (pChild->isMinimized())
         pChild->showNormal();
-    pChild->setGeometry(rc);
+    const double fScale = view.ClientScale();
+    pChild->setGeometry(rc.x(), rc.y(), static_cast<int>(rc.width() / fScale), static_cast<int>(rc.height() / fScale));
 }
 
 void CMainFrame::ViewActivated(CPaintView& view, bool bActive)

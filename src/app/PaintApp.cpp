@@ -7,12 +7,11 @@
 #include "base/Log.h"
 #include "base/StringTable.h"
 #include "doc/gui/DocumentDialogs.h"
+#include "doc/gui/ExportDialog.h"
 #include "doc/gui/OpenDialog.h"
 #include "ui/MessageSink.h"
 #include "view/PaintView.h"
-#if __has_include("view/Printing.h")
 #include "view/Printing.h"
-#endif
 
 #include <QAction>
 #include <QApplication>
@@ -96,10 +95,10 @@ void CPaintApp::RegisterCommands()
     const auto hasDocument = [this](CommandState& state) { state.bEnabled = !ChildFrames().empty(); };
     OnCommandId(ID_FILE_NEW, [this] { NewDocument({}); });
     OnCommandId(ID_FILE_OPEN, [this] { OnFileOpen(); });
+    OnCommandId(ID_FILE_EXPORT, [this] { RunExport(*m_pProfile, ActiveChild()->GetDocument(), m_pMainFrame.get()); },
+                [this](CommandState& state) { state.bEnabled = ActiveChild() && ActiveChild()->GetDocument().m_pImage; });
     OnCommandId(ID_CLOSE_ALL, [this] { CloseAllDocuments(); }, hasDocument);
-#if __has_include("view/Printing.h")
     OnCommandId(ID_FILE_PRINT_SETUP, [this] { RunPrinterSetup(m_pMainFrame.get()); });
-#endif
     OnCommandId(ID_APP_ABOUT, [this] { CAboutDialog(m_pMainFrame.get()).DoModal(); });
     OnCommandId(ID_APP_EXIT, [this] { m_pMainFrame->close(); });
     RegisterRecentFiles();

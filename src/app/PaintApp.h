@@ -66,7 +66,6 @@ private:
     void RegisterCommands();
     void RegisterRecentFiles();
     void OnFileOpen();
-    void OnFileExport();
     void OnRecentFile(int nIndex);
     void OnDocumentChanged(CPaintDoc& doc);
     CPaintDoc* ShowDocument(std::unique_ptr<CPaintDoc> pDoc);
