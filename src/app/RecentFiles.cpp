@@ -76,7 +76,7 @@ QIcon CRecentFiles::MenuIcon(int nIndex) const
     QIcon icon = QIcon::fromTheme(type.iconName());
     if (icon.isNull())
         icon = QIcon::fromTheme(type.genericIconName());
-    return icon.isNull() ? LoadIcon(QStringLiteral("commands/picture")) : icon;
+    return icon.isNull() ? LoadIcon(QStringLiteral("doc")) : icon;
 }
 
 } // namespace kestrune

@@ -15,11 +15,28 @@ constexpr QSize c_button(30, 28);
 constexpr int c_nGap = 1;
 constexpr int c_nMargin = 3;
 
+constexpr int HeightOfRows(int nRows)
+{
+    return nRows * (c_button.height() + c_nGap) - c_nGap + 2 * c_nMargin;
+}
+
+/// Asks for no more height than two columns need, so that the window can be made that low.
+class CPanel : public QWidget {
+public:
+    using QWidget::QWidget;
+    QSize sizeHint() const override { return minimumSizeHint(); }
+    QSize minimumSizeHint() const override
+    {
+        const int nRows = static_cast<int>(ToolBoxButtons().size() + 1) / 2;
+        return {layout()->minimumSize().width(), HeightOfRows(nRows)};
+    }
+};
+
 } // namespace
 
 CToolBox::CToolBox(QWidget* pParent)
     : QToolBar(pParent)
-    , m_pPanel(new QWidget(this))
+    , m_pPanel(new CPanel(this))
     , m_pGrid(new QGridLayout(m_pPanel))
 {
     setObjectName(QStringLiteral("ToolBox"));
@@ -28,6 +45,8 @@ CToolBox::CToolBox(QWidget* pParent)
     setAttribute(Qt::WA_InputMethodEnabled, false);
     m_pGrid->setContentsMargins(c_nMargin, c_nMargin, c_nMargin, c_nMargin);
     m_pGrid->setSpacing(c_nGap);
+    m_pGrid->setSizeConstraint(QLayout::SetNoConstraint);
+    m_pPanel->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
     for (const ToolBoxButton& button : ToolBoxButtons()) {
         auto* pButton = new QToolButton(m_pPanel);
         pButton->setAutoRaise(true);
@@ -54,9 +73,7 @@ void CToolBox::LoadIcons()
 
 void CToolBox::FitHeight(int nHeight)
 {
-    const int nButtons = static_cast<int>(m_buttons.size());
-    const int nNeeded = nButtons * (c_button.height() + c_nGap) + 2 * c_nMargin;
-    const int nColumns = nHeight < nNeeded ? 2 : 1;
+    const int nColumns = nHeight < HeightOfRows(static_cast<int>(m_buttons.size())) ? 2 : 1;
     if (nColumns == m_nColumns)
         return;
     m_nColumns = nColumns;
