@@ -225,6 +225,8 @@ std::optional<std::string> WriteFileDurably(const fs::path& path, std::span<cons
     const fs::path target = FollowLinks(path);
     struct stat old;
     const bool bExists = ::stat(target.c_str(), &old) == 0;
+    if (!bExists && errno == ELOOP)
+        return FileErrorText(IDS_CANNOT_CREATE, ELOOP);
     if (bExists && S_ISDIR(old.st_mode))
         return FileErrorText(IDS_CANNOT_CREATE, EISDIR);
     if (bExists && !S_ISREG(old.st_mode))

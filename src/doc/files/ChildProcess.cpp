@@ -21,7 +21,7 @@ namespace kestrune {
 
 namespace {
 
-constexpr std::size_t c_nMostErrorText = 2000;
+constexpr std::size_t c_nMostErrorText = 500;
 constexpr int c_nPipeBytes = 1 << 20;
 
 std::string MakePrivateFolder()
@@ -147,8 +147,9 @@ bool CChildProcess::Send(CByteSource& source, std::span<const std::uint8_t>& pen
 
 void CChildProcess::CollectErrors()
 {
-    std::array<char, 1024> aText;
+    std::array<char, 1024> aText{};
     const ssize_t n = ::read(m_fdErr, aText.data(), aText.size());
+    std::replace(aText.begin(), aText.end(), '\n', ' '); // one line in the log
     if (n > 0)
         m_strErrors.append(aText.data(), std::min(static_cast<std::size_t>(n), c_nMostErrorText - m_strErrors.size()));
     else if (n == 0)

@@ -10,6 +10,7 @@
 #include "doc/files/JpegFile.h"
 #include "doc/files/MspFile.h"
 #include "doc/files/PcxWriter.h"
+#include "doc/files/PictWriter.h"
 #include "doc/files/PngFile.h"
 #include "doc/files/PsdReader.h"
 #include "doc/files/PsdWriter.h"

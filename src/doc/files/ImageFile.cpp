@@ -1,8 +1,8 @@
 #include "doc/files/ImageFile.h"
 
 #include "base/Log.h"
-#include "doc/files/ByteReader.h"
 #include "doc/files/FileHeader.h"
+#include "doc/files/HelperInput.h"
 #include "doc/files/ImportProcess.h"
 #include "doc/files/PixelRows.h"
 
@@ -42,17 +42,6 @@ const ImageFormatRow* FindRow(const Test& test)
     return it == ImageFormats().end() ? nullptr : &*it;
 }
 
-/// The program part of an EPS file that has a preview in front of it; the whole file otherwise.
-std::span<const std::uint8_t> EpsProgram(std::span<const std::uint8_t> file)
-{
-    CByteReader in(file);
-    if (in.U32LE() != 0xC6D3D0C5)
-        return file;
-    const std::uint32_t nOffset = in.U32LE(), nBytes = in.U32LE();
-    in.Seek(nOffset);
-    return in.TakeUpTo(nBytes);
-}
-
 int ReadWith(const ImageFormatRow& row, std::span<const std::uint8_t> file, LBitmapBase& bitmap)
 {
     ReaderFunction reader = g_aRegistered[static_cast<std::size_t>(row.format)].load();
@@ -64,7 +53,8 @@ int ReadWith(const ImageFormatRow& row, std::span<const std::uint8_t> file, LBit
         nResult = reader(file, picture);
     // Our own reader of a format may leave its rarer kinds to the process.
     if (row.ReadsInHelper() && (!reader || nResult == IMG_ERROR_BITS)) {
-        nResult = DecodeInHelper(row.pszHelperName, row.format == ImageFormat::Eps ? EpsProgram(file) : file, picture);
+        Bytes scratch;
+        nResult = DecodeInHelper(row.pszHelperName, HelperInput(row.format, file, scratch), picture);
         FileHeader header; // the process counts the colours that occur; depth and palette are those of the file
         if (nResult == IMG_SUCCESS && ReadFileHeader(row.format, file, header))
             MatchFileHeader(header, picture);

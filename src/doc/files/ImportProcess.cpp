@@ -238,11 +238,6 @@ int EncodeInHelper(const char* pszFormat, const LBitmapBase& bitmap, std::vector
     return nResult;
 }
 
-int WritePict(const LBitmapBase& bitmap, int, std::vector<std::uint8_t>& out)
-{
-    return EncodeInHelper("PICT", bitmap, out);
-}
-
 int WriteSgi(const LBitmapBase& bitmap, int, std::vector<std::uint8_t>& out)
 {
     return EncodeInHelper("SGI", bitmap, out);

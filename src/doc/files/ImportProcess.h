@@ -19,8 +19,7 @@ int DecodeInHelper(const char* pszFormat, std::span<const std::uint8_t> file, LB
 /// Has the program encode a 24-bit bitmap and appends the file.
 int EncodeInHelper(const char* pszFormat, const LBitmapBase& bitmap, std::vector<std::uint8_t>& out);
 
-/// Writers of the format table that the program serves. Neither format has a quality.
-int WritePict(const LBitmapBase& bitmap, int nQuality, std::vector<std::uint8_t>& out);
+/// The writer of the format table that the program serves. The format has no quality.
 int WriteSgi(const LBitmapBase& bitmap, int nQuality, std::vector<std::uint8_t>& out);
 
 } // namespace kestrune

@@ -27,6 +27,12 @@ void OnPngWarning(png_structp, png_const_charp pszText)
     LogWarning(std::string("PNG: ") + pszText);
 }
 
+[[noreturn]] void OnPngError(png_structp pPng, png_const_charp pszText)
+{
+    OnPngWarning(pPng, pszText);
+    png_longjmp(pPng, 1);
+}
+
 void OnPngRead(png_structp pPng, png_bytep pTo, png_size_t nBytes)
 {
     auto* pInput = static_cast<PngInput*>(png_get_io_ptr(pPng));
@@ -43,7 +49,7 @@ public:
     explicit CPngDecoder(std::span<const std::uint8_t> file)
         : m_input{file}
     {
-        m_pPng = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, OnPngWarning);
+        m_pPng = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, OnPngError, OnPngWarning);
         m_pInfo = m_pPng ? png_create_info_struct(m_pPng) : nullptr;
     }
     ~CPngDecoder() { png_destroy_read_struct(&m_pPng, &m_pInfo, nullptr); }

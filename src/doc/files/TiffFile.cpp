@@ -168,10 +168,10 @@ int ReadCmyk(TIFF* pTiff, const TiffHeader& header, LBitmapBase& bitmap)
 }
 
 /// Lays a row of the library's own form (red lowest, colours already scaled by their alpha) over white.
-void RowOverWhite(const std::uint32_t* p, int nPixels, bool bGrey, std::uint8_t* pTo)
+void RowOverWhite(const std::uint32_t* p, int nPixels, bool bGrey, bool bOpaque, std::uint8_t* pTo)
 {
     for (int i = 0; i < nPixels; i++) {
-        const std::uint32_t nPaper = 255 - TIFFGetA(p[i]);
+        const std::uint32_t nPaper = bOpaque ? 0 : 255 - TIFFGetA(p[i]);
         const auto add = [&](std::uint32_t n) { return static_cast<std::uint8_t>(std::min(n + nPaper, 255u)); };
         if (!bGrey) {
             *pTo++ = add(TIFFGetB(p[i]));
@@ -191,6 +191,11 @@ int ReadThroughRgba(TIFF* pTiff, const TiffHeader& header, LBitmapBase& bitmap)
     const std::unique_ptr<TIFFRGBAImage, decltype(&TIFFRGBAImageEnd)> end(&image, &TIFFRGBAImageEnd);
     image.req_orientation = image.orientation; // rows as stored; turning upright is done afterwards for all alike
     bitmap.Create(static_cast<int>(header.nWidth), static_cast<int>(header.nHeight), IsGrey(header) ? 8 : 24, ORDER_BGRORGRAY);
+    // An extra channel that the file does not call transparency is a saved selection or a spot colour: not shown. The
+    // library takes it for an alpha by which the colours are scaled already, so they come out as they stand.
+    std::uint16_t nExtra = 0, *pExtra = nullptr;
+    TIFFGetFieldDefaulted(pTiff, TIFFTAG_EXTRASAMPLES, &nExtra, &pExtra);
+    const bool bOpaque = nExtra == 0 || pExtra[0] == EXTRASAMPLE_UNSPECIFIED;
     const std::uint32_t nBand = std::max(1u, std::min(header.nTileHeight, header.nHeight));
     std::vector<std::uint32_t> raster(static_cast<std::size_t>(nBand) * header.nWidth);
     for (std::uint32_t y0 = 0; y0 < header.nHeight; y0 += nBand) {
@@ -200,7 +205,7 @@ int ReadThroughRgba(TIFF* pTiff, const TiffHeader& header, LBitmapBase& bitmap)
             return IMG_ERROR_FILE_READ;
         for (std::uint32_t i = 0; i < nRows; i++)
             RowOverWhite(raster.data() + static_cast<std::size_t>(i) * header.nWidth, static_cast<int>(header.nWidth),
-                         IsGrey(header), bitmap.WriteRow(static_cast<int>(y0 + i)));
+                         IsGrey(header), bOpaque, bitmap.WriteRow(static_cast<int>(y0 + i)));
     }
     return IMG_SUCCESS;
 }

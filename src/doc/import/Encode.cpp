@@ -43,7 +43,7 @@ int Write(const std::string& strFormat, const Bounds& bounds, Magick::Blob& blob
         image.density(Magick::Geometry(header.nXResolution, header.nYResolution));
     }
     image.depth(8);
-    image.compressType(strFormat == "SGI" ? MagickLib::RLECompression : MagickLib::UndefinedCompression);
+    image.compressType(MagickLib::RLECompression);
     image.write(&blob, strFormat);
     return blob.length() > 0 ? IMG_SUCCESS : IMG_ERROR_FILE_WRITE;
 }

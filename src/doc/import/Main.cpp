@@ -68,7 +68,7 @@ int main(int argc, char** argv)
     // The formats that the editor hands over; no other decoder is ever reached.
     constexpr std::array<std::string_view, 13> aRead = {"AVIF", "DCX", "EPS", "HEIC", "JXL", "MAC", "PCD",
                                                         "PCX", "PICT", "SGI", "TGA", "WMF", "WPG"};
-    constexpr std::array<std::string_view, 2> aWritten = {"PICT", "SGI"};
+    constexpr std::array<std::string_view, 1> aWritten = {"SGI"};
     if (argc != 7) {
         std::fprintf(stderr, "usage: kestrune-import decode|encode FORMAT MOST-PIXELS MOST-SIDE SECONDS BYTES\n");
         return 2;
