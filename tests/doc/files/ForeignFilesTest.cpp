@@ -107,7 +107,7 @@ constexpr ForeignFile c_aFiles[] = {
     {"pcx_16_colours", "ppmtopcx p16.ppm > out.pcx", "out.pcx", "p16.ppm", 4, c_fExact},
     {"dcx", "gm convert in.ppm p200.ppm out.dcx", "out.dcx", "in.ppm", 24, c_fExact},
     {"pict", "gm convert in.ppm PICT:out.pict", "out.pict", "in.ppm", 24, c_fExact},
-    {"pict_palette", "ppmtopict p200.ppm > out.pict", "out.pict", "p200.ppm", 24, c_fExact},
+    {"pict_palette", "ppmtopict p200.ppm > out.pict", "out.pict", "p200.ppm", 8, c_fExact},
     {"pntg", "pbmtomacp in.pbm > out.pntg; macptopbm out.pntg > ref.pbm", "out.pntg", "ref.pbm", 1, c_fExact},
     {"eps", "gm convert in.ppm -density 72x72 -units PixelsPerInch EPS:out.eps", "out.eps", "in.ppm", 24, c_fExact, 72},
     {"pcd", "gm convert in.ppm -resize 768x512! in768.ppm; gm convert in768.ppm PCD:out.pcd", "out.pcd", "in768.ppm", 24, 20},
