@@ -178,8 +178,10 @@ void CPaintView::FitFrame()
         return;
     const int nRulers = m_host.RulersVisible(*this) ? c_nRulerSize : 0;
     const CSize scaled = GetScaledSize();
-    m_host.ResizeFrame(*this, {std::clamp(m_nMaxWidth - c_sizeFrameBorder.cx - nRulers, 1, std::max(scaled.cx, 1)),
-                               std::clamp(m_nMaxHeight - c_sizeFrameBorder.cy - nRulers, 1, std::max(scaled.cy, 1))});
+    const auto wanted = [&](int nScaled, int nMost) {
+        return std::clamp(nMost - nRulers, 1, std::max(static_cast<int>(std::ceil(nScaled / ClientScale())), 1));
+    };
+    m_host.ResizeFrame(*this, {wanted(scaled.cx, m_nMaxWidth - c_sizeFrameBorder.cx), wanted(scaled.cy, m_nMaxHeight - c_sizeFrameBorder.cy)});
 }
 
 void CPaintView::OnActivateView(bool bActivate)
@@ -260,8 +262,8 @@ void CPaintView::OnZoomFit()
     const int nWidth = space.cx - c_sizeFrameBorder.cx - nMargin;
     const int nHeight = space.cy - c_sizeFrameBorder.cy - nMargin;
     const float fZoom = pImage->m_nWidth >= pImage->m_nHeight
-        ? static_cast<float>(nWidth - 16) / static_cast<float>(pImage->m_nWidth)
-        : static_cast<float>(nHeight - 32) / static_cast<float>(pImage->m_nHeight);
+        ? static_cast<float>((nWidth - 16) * ClientScale()) / static_cast<float>(pImage->m_nWidth)
+        : static_cast<float>((nHeight - 32) * ClientScale()) / static_cast<float>(pImage->m_nHeight);
     m_host.PlaceFrame(*this, QRect(5, 5, nWidth, nHeight));
     SetZoom(fZoom);
 }

@@ -12,8 +12,7 @@ class CPaintView;
 struct ToolRow;
 
 /// What a view asks of the frame around it. The main frame implements it; a test may leave the defaults.
-/// Sizes of client areas are in the view's client pixels, which are pixels of the screen: at a screen scale of 2 a window of
-/// 100 units holds 200 of them (`CPaintView::ClientScale`).
+/// Sizes and places of frames are in the toolkit's units; the view counts pixels of the screen itself (`CPaintView::ClientScale`).
 class CViewHost {
 public:
     virtual ~CViewHost() = default;
@@ -22,7 +21,7 @@ public:
     virtual void ShowMousePosition(int, int) {}
     /// The zoom or the scaled size changed: the option bar's zoom box, the zoom pane and the child frame's title follow.
     virtual void ZoomChanged(CPaintView&) {}
-    /// The space that a child frame may take, in client pixels of the document area, before the view's own deductions.
+    /// The space that a child frame may take, in units of the document area, before the view's own deductions.
     virtual CSize AvailableSpace(const CPaintView&) const { return {1000, 700}; }
     /// The zoom panel's option "윈도우 크기 동시 변경": the child frame follows the zoom.
     virtual bool FrameFollowsZoom() const { return false; }
