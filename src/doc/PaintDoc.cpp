@@ -200,9 +200,11 @@ bool CPaintDoc::SaveImage(std::filesystem::path path, int nFormatIndex, const Ke
     } catch (const std::bad_alloc&) {
     }
     if (nResult != IMG_SUCCESS) {
+        // No box interrupts; the status bar tells that nothing was written, and where the old file's bytes are.
+        std::string strText = std::string(StringText(IDS_SAVE_ERROR)) + std::to_string(nResult);
         if (!kept.copy.empty())
-            SayStatus(IDS_OLD_FILE_KEPT, kept.copy);
-        SayMessage(std::string(StringText(IDS_SAVE_ERROR)) + std::to_string(nResult));
+            strText += "  " + std::string(StringText(IDS_OLD_FILE_KEPT)) + kept.copy.string();
+        Messages().StatusText(strText);
         return false;
     }
     if (kept.file == path)

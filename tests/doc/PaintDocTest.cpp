@@ -217,7 +217,7 @@ TEST_F(PaintDocTest, AWriterThatFailsLeavesTheOldBytesInTheRecoveryFolder)
     ASSERT_EQ(Kept().size(), 1u);
     EXPECT_EQ(ReadText(Kept()[0]), "old bytes");
     EXPECT_THAT(said.lines, ElementsAre(HasSubstr(Kept()[0].string())));
-    EXPECT_EQ(said.messages.size(), 1u);
+    EXPECT_THAT(said.messages, IsEmpty()) << "no box interrupts";
     EXPECT_EQ(doc.m_pImage->m_nWidth, 70000) << "the picture in memory stays";
 }
 
