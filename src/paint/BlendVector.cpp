@@ -343,6 +343,8 @@ void ColorRow(const uint8_t* pCanvas, const uint8_t* pSource, uint8_t* pDestinat
 void BlendRow(int nMode, const uint8_t* pCanvas, const uint8_t* pSource, uint8_t* pDestination, size_t nCount)
 {
     size_t i = 0;
+    if (nCount == 0)
+        return;
     switch (nMode) {
     case BLEND_NORMAL:
     case BLEND_BEHIND:
