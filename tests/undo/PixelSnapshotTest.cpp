@@ -100,8 +100,9 @@ TEST(History, TwentyWholePictureRecordsCostWhatTheStepsChanged)
         // The newest record still shares whole bands (all of them under the stroke): it is thinned out when the next
         // comes.
         EXPECT_LE(fCounted, nShape == 2 ? 1.6 : 0.6) << nShape;
-        if (c_bHeapCounts)
+        if (c_bHeapCounts) {
             EXPECT_NEAR(fHeap, fCounted, 0.02) << nShape;
+        }
         PushRect(*pImage, 0, 0, nWidth, nHeight, 22);
         EXPECT_LE(HistoryBytes(*pImage) / fPicture, 0.6) << nShape;
         while (CanUndo(*pImage))
