@@ -9,7 +9,8 @@
 
 namespace kestrune {
 
-/// Pictures stay small while fuzzing, so that an input costs its coding and not the clearing of giant planes; the log is quiet.
+/// Pictures stay small while fuzzing, so that an input costs its coding and not the clearing of giant planes; the log
+/// is quiet.
 inline void SetFuzzLimits()
 {
     Limits().nMaxPixels = 4'000'000;

@@ -45,7 +45,8 @@ TEST(MetaFile, NoHeaderClearsEverything)
 {
     CPaintMetaFile metafile;
     const auto good = Header(CPaintMetaFile::c_dwKey, {0, 0, 10, 20}, 96);
-    for (const auto& file : {Header(0x9AC6CDD8, {0, 0, 10, 20}, 96), std::vector<std::uint8_t>(good.begin(), good.end() - 1), std::vector<std::uint8_t>()}) {
+    for (const auto& file : {Header(0x9AC6CDD8, {0, 0, 10, 20}, 96),
+                             std::vector<std::uint8_t>(good.begin(), good.end() - 1), std::vector<std::uint8_t>()}) {
         metafile.ReadHeader(good);
         ASSERT_TRUE(metafile.IsUsable());
         metafile.ReadHeader(file);

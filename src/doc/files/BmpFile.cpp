@@ -9,7 +9,7 @@ namespace kestrune {
 
 namespace {
 
-constexpr std::uint16_t c_wBitmap = 0x4D42;      // "BM"
+constexpr std::uint16_t c_wBitmap = 0x4D42; // "BM"
 constexpr std::uint16_t c_wBitmapArray = 0x4142; // "BA", several bitmaps for several devices: the first is read
 constexpr std::uint32_t c_nFileHeader = 14;
 constexpr std::uint32_t c_nInfoHeader = 40;

@@ -12,7 +12,10 @@ namespace kestrune {
 class CByteReader {
 public:
     CByteReader() = default;
-    explicit CByteReader(std::span<const std::uint8_t> bytes) : m_bytes(bytes) {}
+    explicit CByteReader(std::span<const std::uint8_t> bytes)
+        : m_bytes(bytes)
+    {
+    }
 
     bool Ok() const { return m_bOk; }
     std::size_t Pos() const { return m_nPos; }

@@ -10,7 +10,10 @@ namespace kestrune {
 /// Appends numbers of either byte order to the file that a writer builds in memory.
 class CByteWriter {
 public:
-    explicit CByteWriter(std::vector<std::uint8_t>& out) : m_out(out) {}
+    explicit CByteWriter(std::vector<std::uint8_t>& out)
+        : m_out(out)
+    {
+    }
 
     void U8(unsigned v) { m_out.push_back(static_cast<std::uint8_t>(v)); }
     void U16LE(unsigned v)

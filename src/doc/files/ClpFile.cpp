@@ -11,7 +11,7 @@ namespace kestrune {
 
 namespace {
 
-constexpr std::uint16_t c_wMark = 0xC350;     ///< the 16-bit clipboard viewer
+constexpr std::uint16_t c_wMark = 0xC350; ///< the 16-bit clipboard viewer
 constexpr std::uint16_t c_wMarkWide = 0xC351; ///< its 32-bit successor: wider numbers, names of wide characters
 constexpr std::size_t c_nName = 79;
 
@@ -39,11 +39,20 @@ bool ReadDirectory(std::span<const std::uint8_t> file, Clipboard& clipboard)
         in.Skip(clipboard.bWide ? c_nName * 2 : c_nName);
         const auto bytes = data.TakeUpTo(nBytes);
         switch (nFormat) {
-        case CLIP_DIB: clipboard.dib = bytes; break;
-        case CLIP_DIBV5: clipboard.dibV5 = bytes; break;
-        case CLIP_BITMAP: clipboard.ddb = bytes; break;
-        case CLIP_PALETTE: clipboard.palette = bytes; break;
-        default: break;
+        case CLIP_DIB:
+            clipboard.dib = bytes;
+            break;
+        case CLIP_DIBV5:
+            clipboard.dibV5 = bytes;
+            break;
+        case CLIP_BITMAP:
+            clipboard.ddb = bytes;
+            break;
+        case CLIP_PALETTE:
+            clipboard.palette = bytes;
+            break;
+        default:
+            break;
         }
     }
     return in.Ok();
@@ -75,11 +84,13 @@ std::optional<DdbInfo> ReadDdbInfo(std::span<const std::uint8_t> bytes, bool bWi
     if (!in.Ok() || info.nWidth <= 0 || info.nHeight <= 0 || nRowBytes <= 0)
         return {};
     const bool bPacked = info.nPlanes == 1
-        && (info.nPixelBits == 1 || info.nPixelBits == 4 || (info.nPixelBits % 8 == 0 && info.nPixelBits >= 8 && info.nPixelBits <= 32));
+        && (info.nPixelBits == 1 || info.nPixelBits == 4
+            || (info.nPixelBits % 8 == 0 && info.nPixelBits >= 8 && info.nPixelBits <= 32));
     const bool bPlanes = info.nPlanes == 4 && info.nPixelBits == 1;
     info.nRowBytes = static_cast<std::size_t>(nRowBytes);
     info.bits = in.Rest();
-    if ((!bPacked && !bPlanes) || info.nRowBytes < (std::uint64_t(info.nWidth) * std::uint64_t(info.nPixelBits) + 7) / 8)
+    if ((!bPacked && !bPlanes)
+        || info.nRowBytes < (std::uint64_t(info.nWidth) * std::uint64_t(info.nPixelBits) + 7) / 8)
         return {};
     if (info.bits.size() / info.nRowBytes / static_cast<unsigned>(info.nPlanes) < static_cast<unsigned>(info.nHeight))
         return {};
@@ -121,7 +132,8 @@ std::vector<RGBQUAD> DisplayColors()
 
 void DecodeDdbRow(const DdbInfo& info, int y, std::vector<std::uint8_t>& aPlane, std::uint8_t* pOut)
 {
-    const std::uint8_t* p = info.bits.data() + info.nRowBytes * static_cast<std::size_t>(info.nPlanes) * static_cast<std::size_t>(y);
+    const std::uint8_t* p
+        = info.bits.data() + info.nRowBytes * static_cast<std::size_t>(info.nPlanes) * static_cast<std::size_t>(y);
     if (info.nPlanes == 4) {
         std::memset(pOut, 0, static_cast<std::size_t>(info.nWidth));
         for (int i = 0; i < 4; i++, p += info.nRowBytes) {

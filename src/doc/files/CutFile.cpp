@@ -37,8 +37,8 @@ bool DecodeCutRow(std::span<const std::uint8_t> coded, std::span<std::uint8_t> r
     return true;
 }
 
-/// The colours of a palette file: words of red, green and blue up to the greatest value that the header names. No triple
-/// crosses the border of a 512-byte block.
+/// The colours of a palette file: words of red, green and blue up to the greatest value that the header names. No
+/// triple crosses the border of a 512-byte block.
 std::vector<RGBQUAD> ReadPaletteFile(std::span<const std::uint8_t> file)
 {
     constexpr std::uint8_t c_aMark[] = {'A', 'H'};
@@ -90,14 +90,16 @@ void EncodeCutRow(std::span<const std::uint8_t> row, std::vector<std::uint8_t>& 
         while (n < row.size() && n - nStart < c_nGreatestRun && runAt(n) < 3)
             n++;
         out.push_back(static_cast<std::uint8_t>(n - nStart));
-        out.insert(out.end(), row.begin() + static_cast<std::ptrdiff_t>(nStart), row.begin() + static_cast<std::ptrdiff_t>(n));
+        out.insert(out.end(), row.begin() + static_cast<std::ptrdiff_t>(nStart),
+                   row.begin() + static_cast<std::ptrdiff_t>(n));
     }
     out.push_back(0);
 }
 
 } // namespace
 
-int ReadCutWithPalette(std::span<const std::uint8_t> file, std::span<const std::uint8_t> paletteFile, LBitmapBase& bitmap)
+int ReadCutWithPalette(std::span<const std::uint8_t> file, std::span<const std::uint8_t> paletteFile,
+                       LBitmapBase& bitmap)
 {
     CByteReader in(file);
     const int nWidth = in.U16LE();
@@ -122,10 +124,7 @@ int ReadCutWithPalette(std::span<const std::uint8_t> file, std::span<const std::
     return IMG_SUCCESS;
 }
 
-int ReadCut(std::span<const std::uint8_t> file, LBitmapBase& bitmap)
-{
-    return ReadCutWithPalette(file, {}, bitmap);
-}
+int ReadCut(std::span<const std::uint8_t> file, LBitmapBase& bitmap) { return ReadCutWithPalette(file, {}, bitmap); }
 
 int WriteCut(const LBitmapBase& bitmap, int, std::vector<std::uint8_t>& out)
 {

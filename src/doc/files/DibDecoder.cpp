@@ -28,7 +28,7 @@ struct RawHeader {
     std::uint32_t nYPels = 0;
     std::uint32_t nColorsUsed = 0;
     std::size_t nMasksEnd = 0; ///< where header and masks end
-    int nMasks = 0;            ///< colour masks that the file gives: 0, 3 or 4 (red, green, blue, alpha)
+    int nMasks = 0; ///< colour masks that the file gives: 0, 3 or 4 (red, green, blue, alpha)
     std::array<std::uint32_t, 4> aMasks{};
 };
 

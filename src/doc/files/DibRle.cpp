@@ -14,7 +14,9 @@ enum RleEscape { RLE_END_OF_LINE = 0, RLE_END_OF_BITMAP = 1, RLE_DELTA = 2 };
 class RleTarget {
 public:
     RleTarget(LBitmapBase& bitmap, int nPixelBytes, bool bTopDown)
-        : m_bitmap(bitmap), m_nPixelBytes(nPixelBytes), m_bTopDown(bTopDown)
+        : m_bitmap(bitmap)
+        , m_nPixelBytes(nPixelBytes)
+        , m_bTopDown(bTopDown)
     {
         for (int y = 0; y < bitmap.GetHeight(); y++)
             std::memset(bitmap.WriteRow(y), 0, bitmap.GetRowBytes());
@@ -40,10 +42,7 @@ public:
     }
 
 private:
-    void OpenRow()
-    {
-        m_pRow = Done() ? nullptr : m_bitmap.WriteRow(m_bTopDown ? m_y : m_bitmap.GetHeight() - 1 - m_y);
-    }
+    void OpenRow() { m_pRow = Done() ? nullptr : m_bitmap.WriteRow(m_bTopDown ? m_y : m_bitmap.GetHeight() - 1 - m_y); }
 
     LBitmapBase& m_bitmap;
     const int m_nPixelBytes;
@@ -61,7 +60,8 @@ void PutRun(CByteReader& in, int nBits, int nCount, RleTarget& target)
         aPixel[1] = in.U8();
         aPixel[2] = in.U8();
     }
-    const std::uint8_t aHalves[2] = {static_cast<std::uint8_t>(aPixel[0] >> 4), static_cast<std::uint8_t>(aPixel[0] & 15)};
+    const std::uint8_t aHalves[2]
+        = {static_cast<std::uint8_t>(aPixel[0] >> 4), static_cast<std::uint8_t>(aPixel[0] & 15)};
     for (int i = 0; i < nCount; i++)
         target.Put(nBits == 4 ? &aHalves[i & 1] : aPixel);
 }

@@ -79,7 +79,8 @@ bool ReadPcxHeader(Span file, FileHeader& header)
     else if (nBits <= 8)
         ReadPcxHeaderColors(file, header);
     // Early writers put the size of the picture or of the display there.
-    const bool bSize = (nXDpi == nWidth && nYDpi == nHeight) || (nXDpi == 640 && nYDpi != 640) || (nXDpi == 320 && nYDpi == 200);
+    const bool bSize
+        = (nXDpi == nWidth && nYDpi == nHeight) || (nXDpi == 640 && nYDpi != 640) || (nXDpi == 320 && nYDpi == 200);
     if (!bSize) {
         header.nXDpi = nXDpi;
         header.nYDpi = nYDpi;
@@ -195,7 +196,8 @@ void ReadPictPixels(CByteReader& in, bool bDirect, FileHeader& header)
         const unsigned red = in.U16BE(), green = in.U16BE(), blue = in.U16BE();
         const unsigned nAt = nIndex < header.palette.size() ? nIndex : i; // device tables leave the index 0 or odd
         if (nAt < header.palette.size())
-            header.palette[nAt] = {static_cast<std::uint8_t>(blue >> 8), static_cast<std::uint8_t>(green >> 8), static_cast<std::uint8_t>(red >> 8), 0};
+            header.palette[nAt] = {static_cast<std::uint8_t>(blue >> 8), static_cast<std::uint8_t>(green >> 8),
+                                   static_cast<std::uint8_t>(red >> 8), 0};
     }
 }
 
@@ -203,15 +205,39 @@ void ReadPictPixels(CByteReader& in, bool bDirect, FileHeader& header)
 bool ReadPictHeader(Span file, FileHeader& header)
 {
     enum : unsigned {
-        OP_CLIP = 0x01, OP_VERSION = 0x11, OP_BITS = 0x90, OP_BITS_REGION = 0x91, OP_PACKED = 0x98, OP_PACKED_REGION = 0x99,
-        OP_DIRECT = 0x9A, OP_DIRECT_REGION = 0x9B, OP_SHORT_COMMENT = 0xA0, OP_LONG_COMMENT = 0xA1, OP_HEADER = 0x0C00
+        OP_CLIP = 0x01,
+        OP_VERSION = 0x11,
+        OP_BITS = 0x90,
+        OP_BITS_REGION = 0x91,
+        OP_PACKED = 0x98,
+        OP_PACKED_REGION = 0x99,
+        OP_DIRECT = 0x9A,
+        OP_DIRECT_REGION = 0x9B,
+        OP_SHORT_COMMENT = 0xA0,
+        OP_LONG_COMMENT = 0xA1,
+        OP_HEADER = 0x0C00
     };
     struct Fixed {
         unsigned nOp;
         int nBytes;
     };
-    constexpr Fixed c_aFixed[] = {{0x00, 0}, {0x1E, 0}, {0x1C, 0}, {0x03, 2}, {0x04, 2}, {0x05, 2}, {0x07, 4}, {0x08, 2}, {0x09, 8},
-                                  {0x0A, 8}, {0x0D, 2}, {0x1A, 6}, {0x1B, 6}, {0x1D, 6}, {0x1F, 6}, {OP_VERSION, 2}, {OP_SHORT_COMMENT, 2}};
+    constexpr Fixed c_aFixed[] = {{0x00, 0},
+                                  {0x1E, 0},
+                                  {0x1C, 0},
+                                  {0x03, 2},
+                                  {0x04, 2},
+                                  {0x05, 2},
+                                  {0x07, 4},
+                                  {0x08, 2},
+                                  {0x09, 8},
+                                  {0x0A, 8},
+                                  {0x0D, 2},
+                                  {0x1A, 6},
+                                  {0x1B, 6},
+                                  {0x1D, 6},
+                                  {0x1F, 6},
+                                  {OP_VERSION, 2},
+                                  {OP_SHORT_COMMENT, 2}};
     constexpr std::size_t c_nNobodys = 512, c_nFrame = 10, c_nMostOps = 1000;
     CByteReader in(file);
     in.Seek(c_nNobodys + c_nFrame);
@@ -219,11 +245,13 @@ bool ReadPictHeader(Span file, FileHeader& header)
         return in.Ok(); // the first version: depth unknown
     for (std::size_t i = 0; i < c_nMostOps && in.Ok(); i++) {
         const unsigned nOp = in.U16BE();
-        if (nOp == OP_BITS || nOp == OP_BITS_REGION || nOp == OP_PACKED || nOp == OP_PACKED_REGION || nOp == OP_DIRECT || nOp == OP_DIRECT_REGION) {
+        if (nOp == OP_BITS || nOp == OP_BITS_REGION || nOp == OP_PACKED || nOp == OP_PACKED_REGION || nOp == OP_DIRECT
+            || nOp == OP_DIRECT_REGION) {
             ReadPictPixels(in, nOp == OP_DIRECT || nOp == OP_DIRECT_REGION, header);
             return in.Ok();
         }
-        const auto it = std::find_if(std::begin(c_aFixed), std::end(c_aFixed), [&](const Fixed& f) { return f.nOp == nOp; });
+        const auto it
+            = std::find_if(std::begin(c_aFixed), std::end(c_aFixed), [&](const Fixed& f) { return f.nOp == nOp; });
         if (it != std::end(c_aFixed)) {
             in.Skip(static_cast<std::uint64_t>(it->nBytes));
         } else if (nOp == OP_CLIP) {
@@ -261,8 +289,9 @@ struct HeaderRow {
     ImageFormat format;
     bool (*read)(Span file, FileHeader& header);
 };
-constexpr HeaderRow c_aHeaders[] = {{ImageFormat::Pcx, ReadPcxHeader}, {ImageFormat::Dcx, ReadDcxHeader}, {ImageFormat::Tga, ReadTgaHeader},
-                                    {ImageFormat::Sgi, ReadSgiHeader}, {ImageFormat::Pict, ReadPictHeader}, {ImageFormat::Pntg, ReadPntgHeader}};
+constexpr HeaderRow c_aHeaders[]
+    = {{ImageFormat::Pcx, ReadPcxHeader}, {ImageFormat::Dcx, ReadDcxHeader},   {ImageFormat::Tga, ReadTgaHeader},
+       {ImageFormat::Sgi, ReadSgiHeader}, {ImageFormat::Pict, ReadPictHeader}, {ImageFormat::Pntg, ReadPntgHeader}};
 
 std::uint32_t KeyOf(std::uint8_t blue, std::uint8_t green, std::uint8_t red)
 {
@@ -274,7 +303,8 @@ bool ToIndices(const LBitmapBase& source, const FileHeader& header, LBitmapBase&
 {
     std::unordered_map<std::uint32_t, std::uint8_t> indices; // of equal entries the first
     for (std::size_t i = 0; i < header.palette.size(); i++)
-        indices.try_emplace(KeyOf(header.palette[i].rgbBlue, header.palette[i].rgbGreen, header.palette[i].rgbRed), static_cast<std::uint8_t>(i));
+        indices.try_emplace(KeyOf(header.palette[i].rgbBlue, header.palette[i].rgbGreen, header.palette[i].rgbRed),
+                            static_cast<std::uint8_t>(i));
     if (!out.Create(source.GetWidth(), source.GetHeight(), header.nBits, ORDER_BGRORGRAY, header.palette))
         return false;
     const auto palette = source.Palette();

@@ -104,7 +104,8 @@ int ReadGif(std::span<const std::uint8_t> file, LBitmapBase& bitmap)
     int iTransparent = -1;
     if (!gif || !FindFirstFrame(gif.get(), iTransparent))
         return IMG_ERROR_FILE_READ;
-    const CRect frame{gif->Image.Left, gif->Image.Top, gif->Image.Left + gif->Image.Width, gif->Image.Top + gif->Image.Height};
+    const CRect frame{gif->Image.Left, gif->Image.Top, gif->Image.Left + gif->Image.Width,
+                      gif->Image.Top + gif->Image.Height};
     const CRect area = PictureArea(*gif);
     for (const CRect& rect : {frame, area})
         if (const int nResult = CheckPictureSize(rect.Width(), rect.Height()); nResult != IMG_SUCCESS)

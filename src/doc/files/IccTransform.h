@@ -13,8 +13,8 @@ public:
     CIccTransform(const CIccTransform&) = delete;
     CIccTransform& operator=(const CIccTransform&) = delete;
 
-    /// From four inks as the embedded profile describes them, stored so that 255 is no ink. Null when the profile is damaged
-    /// or is not one of four inks.
+    /// From four inks as the embedded profile describes them, stored so that 255 is no ink. Null when the profile is
+    /// damaged or is not one of four inks.
     static std::unique_ptr<CIccTransform> FromInks(std::span<const std::uint8_t> profile);
     /// From 8-bit L*a*b*: lightness 0..255, both colour axes around 128.
     static std::unique_ptr<CIccTransform> FromLab();

@@ -41,7 +41,8 @@ Entry MeasureEntry(std::span<const std::uint8_t> bytes)
     return entry;
 }
 
-/// Where the mask that follows the colour rows says transparent, one byte a pixel; all 0 when the file leaves the mask out.
+/// Where the mask that follows the colour rows says transparent, one byte a pixel; all 0 when the file leaves the mask
+/// out.
 std::vector<std::uint8_t> ReadMask(std::span<const std::uint8_t> bytes, const DibInfo& info)
 {
     const auto nWidth = static_cast<std::size_t>(info.nWidth);

@@ -13,7 +13,8 @@ constexpr std::uint8_t c_aVersion1[] = {'D', 'a', 'n', 'M'};
 constexpr std::uint8_t c_aVersion2[] = {'L', 'i', 'n', 'S'};
 constexpr std::size_t c_nHeader = 32;
 
-/// A 0, a count and a value are a run; any other byte counts the bytes as they stand behind it. What a row leaves out is white.
+/// A 0, a count and a value are a run; any other byte counts the bytes as they stand behind it. What a row leaves out
+/// is white.
 bool DecodeMspRow(std::span<const std::uint8_t> coded, std::span<std::uint8_t> row)
 {
     std::fill(row.begin(), row.end(), 255);

@@ -64,7 +64,8 @@ void AppendPackBits(std::span<const std::uint8_t> row, std::vector<std::uint8_t>
                && (iEnd + 2 >= row.size() || row[iEnd] != row[iEnd + 1] || row[iEnd] != row[iEnd + 2]))
             iEnd++;
         out.push_back(static_cast<std::uint8_t>(iEnd - i - 1));
-        out.insert(out.end(), row.begin() + static_cast<std::ptrdiff_t>(i), row.begin() + static_cast<std::ptrdiff_t>(iEnd));
+        out.insert(out.end(), row.begin() + static_cast<std::ptrdiff_t>(i),
+                   row.begin() + static_cast<std::ptrdiff_t>(iEnd));
         i = iEnd;
     }
 }

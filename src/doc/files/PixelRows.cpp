@@ -55,10 +55,7 @@ void UnpackIndices(const std::uint8_t* pSource, int nWidth, int nBits, std::uint
         pOut[x] = static_cast<std::uint8_t>(pSource[x / nPerByte] >> (8 - nBits - x % nPerByte * nBits) & nMask);
 }
 
-int DepthForColors(int nColors)
-{
-    return nColors <= 2 ? 1 : nColors <= 16 ? 4 : 8;
-}
+int DepthForColors(int nColors) { return nColors <= 2 ? 1 : nColors <= 16 ? 4 : 8; }
 
 void NormalizeBilevel(LBitmapBase& bitmap)
 {

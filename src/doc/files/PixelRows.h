@@ -28,13 +28,14 @@ constexpr std::uint8_t OverWhite(std::uint8_t channel, std::uint8_t alpha) { ret
 int DpiOfPelsPerMeter(std::int64_t nPelsPerMeter);
 int PelsPerMeterOfDpi(int nDpi);
 
-/// Finds a palette index that shows white, for the transparent pixels of an indexed picture: an entry that is white, else
-/// one that no pixel uses (it is made white). -1 when every entry of the depth is taken by another colour.
-/// `aUsed` tells which indices pixels use; `palette` has all entries of the depth.
+/// Finds a palette index that shows white, for the transparent pixels of an indexed picture: an entry that is white,
+/// else one that no pixel uses (it is made white). -1 when every entry of the depth is taken by another colour. `aUsed`
+/// tells which indices pixels use; `palette` has all entries of the depth.
 int WhiteIndex(std::span<RGBQUAD> palette, const std::array<bool, 256>& aUsed);
 
-/// Makes white the pixels of a bitmap of at most 8 bits whose byte of `aTransparent` (one a pixel, row after row) is not 0.
-/// The palette gives an entry for it, growing to the next depth if it must; the bitmap goes to 24 bits when all 256 are taken.
+/// Makes white the pixels of a bitmap of at most 8 bits whose byte of `aTransparent` (one a pixel, row after row) is
+/// not 0. The palette gives an entry for it, growing to the next depth if it must; the bitmap goes to 24 bits when all
+/// 256 are taken.
 void PaintTransparentWhite(LBitmapBase& bitmap, std::span<const std::uint8_t> aTransparent);
 
 } // namespace kestrune

@@ -43,7 +43,8 @@ public:
     /// Row `y` of a plane: one byte a pixel, 16 bits rounded to 8, a bitmap's pixel 0 or 1 (1 is black).
     bool Get(int iPlane, int y, std::uint8_t* pOut)
     {
-        const std::size_t iRow = static_cast<std::size_t>(iPlane) * static_cast<std::size_t>(m_psd->nHeight) + static_cast<std::size_t>(y);
+        const std::size_t iRow
+            = static_cast<std::size_t>(iPlane) * static_cast<std::size_t>(m_psd->nHeight) + static_cast<std::size_t>(y);
         const std::uint8_t* p = m_packed.data();
         if (!m_bCoded)
             p = m_data.data() + iRow * m_nRowBytes;
@@ -92,7 +93,10 @@ private:
 /// Decodes the picture plane by plane and row by row.
 class Composer {
 public:
-    Composer(const PsdStructure& psd, PlaneRows& rows) : m_psd(psd), m_rows(rows), m_nColors(psd.ColorChannels())
+    Composer(const PsdStructure& psd, PlaneRows& rows)
+        : m_psd(psd)
+        , m_rows(rows)
+        , m_nColors(psd.ColorChannels())
     {
         const auto nWidth = static_cast<std::size_t>(psd.nWidth);
         m_pixels.resize(nWidth * static_cast<std::size_t>(m_nColors));
@@ -156,8 +160,9 @@ private:
         }
     }
 
-    /// Editors that keep layers store the flat picture blended with white already, others store the bare colours. Blended
-    /// colours are at least as light as the white that shines through; one pixel that is not proves bare colours.
+    /// Editors that keep layers store the flat picture blended with white already, others store the bare colours.
+    /// Blended colours are at least as light as the white that shines through; one pixel that is not proves bare
+    /// colours.
     bool IsAlreadyOnWhite(const LBitmapBase& bitmap)
     {
         constexpr int c_nTolerance = 2;
@@ -198,7 +203,8 @@ int ReadPsd(std::span<const std::uint8_t> file, LBitmapBase& bitmap)
     if (psd.nMode == PSD_INDEXED)
         psd.bTransparency = false; // indices cannot be blended
     PlaneRows rows;
-    if (const int nResult = rows.Open(file, psd, psd.ColorChannels() + (psd.bTransparency ? 1 : 0)); nResult != IMG_SUCCESS)
+    if (const int nResult = rows.Open(file, psd, psd.ColorChannels() + (psd.bTransparency ? 1 : 0));
+        nResult != IMG_SUCCESS)
         return nResult;
     const int nBits = psd.nDepth == 1 ? 1 : psd.ColorChannels() == 1 ? 8 : 24;
     if (psd.iTransparent >= 0 && psd.iTransparent < static_cast<int>(psd.palette.size()))

@@ -9,11 +9,11 @@ namespace kestrune {
 
 namespace {
 
-constexpr std::uint32_t c_dwMark = 0x38425053;         // "8BPS"
-constexpr std::uint32_t c_dwBlockMark = 0x3842494D;    // "8BIM"
+constexpr std::uint32_t c_dwMark = 0x38425053; // "8BPS"
+constexpr std::uint32_t c_dwBlockMark = 0x3842494D; // "8BIM"
 constexpr std::uint32_t c_dwBigBlockMark = 0x38423634; // "8B64"
 
-enum ResourceId { RES_RESOLUTION = 1005, RES_ALPHA_NAMES = 1006, RES_ICC_PROFILE = 1039, RES_INDEX_COUNT = 1046, RES_TRANSPARENT_INDEX = 1047 };
+enum ResourceId { RES_RESOLUTION = 1005, RES_ALPHA_NAMES = 1006, RES_ICC_PROFILE = 1039, RES_TRANSPARENT_INDEX = 1047 };
 
 void ReadPalette(std::span<const std::uint8_t> section, PsdStructure& psd)
 {
@@ -32,8 +32,8 @@ int DpiOfFixed(std::uint32_t nFixed)
     return nDpi <= c_nMaxDpi ? static_cast<int>(nDpi) : 0;
 }
 
-/// What of the resource blocks counts here. `bNamedAlpha` tells that the file names its further channels, and `bNamedClear`
-/// that the first of these is called transparency.
+/// What the file says of the channels behind the colours: whether it names them, and whether the first is called
+/// transparency.
 struct AlphaNames {
     bool bAny = false;
     bool bTransparency = false;
@@ -72,8 +72,10 @@ void ReadResources(CByteReader in, PsdStructure& psd, AlphaNames& names)
 /// True when a block's length is counted in 64 bits in the big variant of the format.
 bool HasWideLength(std::uint32_t dwKey)
 {
-    constexpr std::string_view c_aKeys[] = {"LMsk", "Lr16", "Lr32", "Layr", "Mt16", "Mt32", "Mtrn", "Alph", "FMsk", "lnk2", "FEid", "FXid", "PxSD"};
-    const char aKey[4] = {static_cast<char>(dwKey >> 24), static_cast<char>(dwKey >> 16), static_cast<char>(dwKey >> 8), static_cast<char>(dwKey)};
+    constexpr std::string_view c_aKeys[]
+        = {"LMsk", "Lr16", "Lr32", "Layr", "Mt16", "Mt32", "Mtrn", "Alph", "FMsk", "lnk2", "FEid", "FXid", "PxSD"};
+    const char aKey[4] = {static_cast<char>(dwKey >> 24), static_cast<char>(dwKey >> 16), static_cast<char>(dwKey >> 8),
+                          static_cast<char>(dwKey)};
     for (const auto key : c_aKeys)
         if (key == std::string_view(aKey, 4))
             return true;
@@ -84,7 +86,8 @@ bool HasWideLength(std::uint32_t dwKey)
 /// layers in a block of their own, behind the masks.
 bool LayersSayTransparency(CByteReader in, bool bBig)
 {
-    constexpr std::uint32_t c_dwLayers16 = 0x4C723136, c_dwLayers32 = 0x4C723332, c_dwMerged16 = 0x4D743136, c_dwMerged = 0x4D74726E;
+    constexpr std::uint32_t c_dwLayers16 = 0x4C723136, c_dwLayers32 = 0x4C723332, c_dwMerged16 = 0x4D743136,
+                            c_dwMerged = 0x4D74726E;
     const std::uint64_t nLayers = bBig ? in.U64BE() : in.U32BE();
     if (nLayers >= 2)
         return in.I16BE() < 0 && in.Ok();
@@ -124,12 +127,17 @@ int PsdStructure::ColorChannels() const
     case PSD_BITMAP:
     case PSD_GREY:
     case PSD_INDEXED:
-    case PSD_DUOTONE: return 1;
+    case PSD_DUOTONE:
+        return 1;
     case PSD_RGB:
-    case PSD_LAB: return 3;
-    case PSD_CMYK: return 4;
-    case PSD_MULTICHANNEL: return nChannels < 3 ? 1 : nChannels == 3 ? 3 : 4;
-    default: return 0;
+    case PSD_LAB:
+        return 3;
+    case PSD_CMYK:
+        return 4;
+    case PSD_MULTICHANNEL:
+        return nChannels < 3 ? 1 : nChannels == 3 ? 3 : 4;
+    default:
+        return 0;
     }
 }
 
@@ -170,7 +178,8 @@ int ReadPsdStructure(std::span<const std::uint8_t> file, PsdStructure& psd)
         return IMG_ERROR_FILE_READ;
     // A file with neither layers nor names for its channels comes from a simple writer that means transparency.
     psd.bTransparency = psd.nMode != PSD_MULTICHANNEL && psd.nMode != PSD_BITMAP && psd.nChannels > psd.ColorChannels()
-        && (names.bTransparency || LayersSayTransparency(CByteReader(layers), psd.bBig) || (layers.empty() && !names.bAny));
+        && (names.bTransparency || LayersSayTransparency(CByteReader(layers), psd.bBig)
+            || (layers.empty() && !names.bAny));
     psd.nPixels = in.Pos();
     return IMG_SUCCESS;
 }

@@ -4,7 +4,16 @@
 
 namespace kestrune {
 
-enum PsdMode { PSD_BITMAP = 0, PSD_GREY = 1, PSD_INDEXED = 2, PSD_RGB = 3, PSD_CMYK = 4, PSD_MULTICHANNEL = 7, PSD_DUOTONE = 8, PSD_LAB = 9 };
+enum PsdMode {
+    PSD_BITMAP = 0,
+    PSD_GREY = 1,
+    PSD_INDEXED = 2,
+    PSD_RGB = 3,
+    PSD_CMYK = 4,
+    PSD_MULTICHANNEL = 7,
+    PSD_DUOTONE = 8,
+    PSD_LAB = 9
+};
 
 /// What stands in a PSD file before its pixels.
 struct PsdStructure {
@@ -19,8 +28,9 @@ struct PsdStructure {
     int nXDpi = 0;
     int nYDpi = 0;
     std::span<const std::uint8_t> iccProfile;
-    bool bTransparency = false; ///< the channel behind the colours is the picture's transparency, not a stored selection
-    std::size_t nPixels = 0;    ///< offset of the pixel section
+    bool bTransparency
+        = false; ///< the channel behind the colours is the picture's transparency, not a stored selection
+    std::size_t nPixels = 0; ///< offset of the pixel section
 
     /// Channels of the colour mode.
     int ColorChannels() const;

@@ -51,7 +51,7 @@ int WritePsd(const LBitmapBase& bitmap, int, std::vector<std::uint8_t>& out)
     w.U32BE(0); // no palette
     WriteResolution(w, bitmap.GetXResolution(), bitmap.GetYResolution());
     w.Zeros(bBig ? 8 : 4); // no layers
-    w.U16BE(1);            // run-length coded
+    w.U16BE(1); // run-length coded
 
     const std::size_t nCount = bBig ? 4 : 2;
     std::size_t nCountAt = w.Size();

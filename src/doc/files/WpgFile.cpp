@@ -25,9 +25,9 @@ enum Record { REC_BITMAP = 0x0B, REC_COLORS = 0x0E, REC_START = 0x0F, REC_END = 
 std::array<RGBQUAD, 256> StandardPalette()
 {
     constexpr int c_aGreys[16] = {0, 5, 8, 11, 14, 17, 20, 24, 28, 32, 36, 40, 45, 50, 56, 63};
-    constexpr int c_aLevels[9][5] = {{0, 16, 31, 47, 63},  {31, 39, 47, 55, 63}, {45, 49, 54, 58, 63},
-                                     {0, 7, 14, 21, 28},   {14, 17, 21, 24, 28}, {20, 22, 24, 26, 28},
-                                     {0, 4, 8, 12, 16},    {8, 10, 12, 14, 16},  {11, 12, 13, 15, 16}};
+    constexpr int c_aLevels[9][5]
+        = {{0, 16, 31, 47, 63},  {31, 39, 47, 55, 63}, {45, 49, 54, 58, 63}, {0, 7, 14, 21, 28},  {14, 17, 21, 24, 28},
+           {20, 22, 24, 26, 28}, {0, 4, 8, 12, 16},    {8, 10, 12, 14, 16},  {11, 12, 13, 15, 16}};
     auto color = [](int red, int green, int blue) {
         auto wide = [](int v) { return static_cast<std::uint8_t>(v * 255 / 63); };
         return RGBQUAD{wide(blue), wide(green), wide(red), 0};
@@ -51,11 +51,15 @@ std::array<RGBQUAD, 256> StandardPalette()
     return palette;
 }
 
-/// The row coding: a count with the top bit repeats the next byte, 0x80 repeats 0xFF; without it the bytes stand as they
-/// are, and 0 repeats the row before.
+/// The row coding: a count with the top bit repeats the next byte, 0x80 repeats 0xFF; without it the bytes stand as
+/// they are, and 0 repeats the row before.
 class RowDecoder {
 public:
-    RowDecoder(CByteReader& in, std::size_t nRowBytes) : m_in(in), m_row(nRowBytes) {}
+    RowDecoder(CByteReader& in, std::size_t nRowBytes)
+        : m_in(in)
+        , m_row(nRowBytes)
+    {
+    }
     const std::vector<std::uint8_t>& Row() const { return m_row; }
 
     /// Brings the next row; false when the file ends before.

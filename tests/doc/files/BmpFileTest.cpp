@@ -42,7 +42,8 @@ const BmpCase c_aCases[] = {
 };
 
 /// A bitmap file of the given header fields around pixel bytes that are written as they stand.
-FileBytes HandMade(int nWidth, int nHeight, int nBits, int nCompression, const FileBytes& tail, std::uint32_t nColorsUsed = 0)
+FileBytes HandMade(int nWidth, int nHeight, int nBits, int nCompression, const FileBytes& tail,
+                   std::uint32_t nColorsUsed = 0)
 {
     FileBytes bytes;
     CByteWriter w(bytes);
@@ -66,7 +67,9 @@ FileBytes Ramp16()
 {
     FileBytes palette;
     for (int i = 0; i < 16; i++)
-        palette.insert(palette.end(), {static_cast<std::uint8_t>(i), static_cast<std::uint8_t>(i * 2), static_cast<std::uint8_t>(i * 3), 0});
+        palette.insert(
+            palette.end(),
+            {static_cast<std::uint8_t>(i), static_cast<std::uint8_t>(i * 2), static_cast<std::uint8_t>(i * 3), 0});
     return palette;
 }
 
@@ -95,7 +98,8 @@ TEST(BmpFile, OtherProgramsReadOurs)
     LBitmapBase picture = ColorfulPicture();
     picture.SetResolution(300, 150);
     const FileBytes ours = WriteOk(WriteBmp, picture);
-    for (const char* pszCommand : {"bmptoppm ours.bmp > back.pnm", "gm convert ours.bmp PPM:back.pnm", "convert ours.bmp PPM:back.pnm"}) {
+    for (const char* pszCommand :
+         {"bmptoppm ours.bmp > back.pnm", "gm convert ours.bmp PPM:back.pnm", "convert ours.bmp PPM:back.pnm"}) {
         SCOPED_TRACE(pszCommand);
         EXPECT_TRUE(SamePicture(picture, SeenBy(pszCommand, ours, ".bmp")));
     }
@@ -168,11 +172,14 @@ TEST(BmpFile, RefusesWhatTheFileCannotHold)
     struct Case {
         int nWidth, nHeight, nBits, nCompression, nResult;
     };
-    for (const Case& row : {Case{60000, 6000, 24, 0, IMG_ERROR_FILE_READ}, Case{60000, 6000, 8, 1, IMG_ERROR_FILE_READ},
-                            Case{60000, 60000, 1, 0, IMG_ERROR_MEMORY}, Case{0x7FFFFFFF, 0x7FFFFFFF, 24, 0, IMG_ERROR_MEMORY},
-                            Case{1, static_cast<int>(0x80000000), 24, 0, IMG_ERROR_MEMORY}, Case{-5, 4, 24, 0, IMG_ERROR_FILE_READ},
-                            Case{0, 0, 24, 0, IMG_ERROR_FILE_READ}, Case{4, 4, 7, 0, IMG_ERROR_BITS}, Case{4, 4, 24, 5, IMG_ERROR_BITS}}) {
-        EXPECT_EQ(ReadBmp(HandMade(row.nWidth, row.nHeight, row.nBits, row.nCompression, FileBytes(64)), bitmap), row.nResult)
+    for (const Case& row :
+         {Case{60000, 6000, 24, 0, IMG_ERROR_FILE_READ}, Case{60000, 6000, 8, 1, IMG_ERROR_FILE_READ},
+          Case{60000, 60000, 1, 0, IMG_ERROR_MEMORY}, Case{0x7FFFFFFF, 0x7FFFFFFF, 24, 0, IMG_ERROR_MEMORY},
+          Case{1, static_cast<int>(0x80000000), 24, 0, IMG_ERROR_MEMORY}, Case{-5, 4, 24, 0, IMG_ERROR_FILE_READ},
+          Case{0, 0, 24, 0, IMG_ERROR_FILE_READ}, Case{4, 4, 7, 0, IMG_ERROR_BITS},
+          Case{4, 4, 24, 5, IMG_ERROR_BITS}}) {
+        EXPECT_EQ(ReadBmp(HandMade(row.nWidth, row.nHeight, row.nBits, row.nCompression, FileBytes(64)), bitmap),
+                  row.nResult)
             << row.nWidth << "x" << row.nHeight << "x" << row.nBits;
         EXPECT_FALSE(bitmap.IsAllocated());
     }

@@ -70,7 +70,8 @@ LBitmapBase GreyPicture(int nWidth, int nHeight)
 
 LBitmapBase BlackWhitePicture(int nWidth, int nHeight)
 {
-    return Painted(nWidth, nHeight, [](int x, int y) { return PatternAt(x, y, 2) != 0 ? Rgb(255, 255, 255) : Rgb(0, 0, 0); });
+    return Painted(nWidth, nHeight,
+                   [](int x, int y) { return PatternAt(x, y, 2) != 0 ? Rgb(255, 255, 255) : Rgb(0, 0, 0); });
 }
 
 fs::path TestFolder()
@@ -109,7 +110,9 @@ void WritePpm(const fs::path& path, const LBitmapBase& bitmap)
     for (int y = 0; y < bitmap.GetHeight(); y++)
         for (int x = 0; x < bitmap.GetWidth(); x++) {
             const COLORREF cr = bitmap.GetPixelColor(x, y);
-            out.put(static_cast<char>(RedOf(cr))).put(static_cast<char>(GreenOf(cr))).put(static_cast<char>(BlueOf(cr)));
+            out.put(static_cast<char>(RedOf(cr)))
+                .put(static_cast<char>(GreenOf(cr)))
+                .put(static_cast<char>(BlueOf(cr)));
         }
 }
 
@@ -128,7 +131,8 @@ LBitmapBase ReadPnm(const fs::path& path)
         return bitmap;
     const auto nAt = static_cast<std::size_t>(in.tellg());
     const std::size_t nChannels = strMark == "P6" ? 3 : 1;
-    const std::size_t nRow = strMark == "P4" ? static_cast<std::size_t>(nWidth + 7) / 8 : static_cast<std::size_t>(nWidth) * nChannels;
+    const std::size_t nRow
+        = strMark == "P4" ? static_cast<std::size_t>(nWidth + 7) / 8 : static_cast<std::size_t>(nWidth) * nChannels;
     if (bytes.size() - nAt < nRow * static_cast<std::size_t>(nHeight))
         return bitmap;
     return Painted(nWidth, nHeight, [&](int x, int y) {
@@ -172,13 +176,14 @@ LBitmapBase SeenBy(const std::string& strCommand, const FileBytes& ours, const s
 
 std::string PillowMakes(const std::string& strMode, const std::string& strFormat)
 {
-    return "/usr/bin/python3 -c \"from PIL import Image; Image.open('in.ppm').convert('" + strMode + "').save('out', '" + strFormat
-        + "')\"";
+    return "/usr/bin/python3 -c \"from PIL import Image; Image.open('in.ppm').convert('" + strMode + "').save('out', '"
+        + strFormat + "')\"";
 }
 
 std::string PillowToPpm(const std::string& strFile)
 {
-    return "/usr/bin/python3 -c \"from PIL import Image; Image.open('" + strFile + "').convert('RGB').save('back.pnm', 'PPM')\"";
+    return "/usr/bin/python3 -c \"from PIL import Image; Image.open('" + strFile
+        + "').convert('RGB').save('back.pnm', 'PPM')\"";
 }
 
 void KeepSeed(const std::string& strFormat, const FileBytes& bytes)
@@ -193,7 +198,8 @@ void KeepSeed(const std::string& strFormat, const FileBytes& bytes)
 
 ::testing::AssertionResult SamePicture(const LBitmapBase& expected, const LBitmapBase& actual, int nTolerance)
 {
-    if (expected.GetWidth() != actual.GetWidth() || expected.GetHeight() != actual.GetHeight() || !expected.IsAllocated())
+    if (expected.GetWidth() != actual.GetWidth() || expected.GetHeight() != actual.GetHeight()
+        || !expected.IsAllocated())
         return ::testing::AssertionFailure() << expected.GetWidth() << "x" << expected.GetHeight() << " expected, got "
                                              << actual.GetWidth() << "x" << actual.GetHeight();
     for (int y = 0; y < expected.GetHeight(); y++)
@@ -201,8 +207,8 @@ void KeepSeed(const std::string& strFormat, const FileBytes& bytes)
             const COLORREF a = expected.GetPixelColor(x, y), b = actual.GetPixelColor(x, y);
             if (std::abs(RedOf(a) - RedOf(b)) > nTolerance || std::abs(GreenOf(a) - GreenOf(b)) > nTolerance
                 || std::abs(BlueOf(a) - BlueOf(b)) > nTolerance)
-                return ::testing::AssertionFailure()
-                    << "at " << x << "," << y << std::hex << " expected 0x" << a << ", got 0x" << b << " (blue, green, red)";
+                return ::testing::AssertionFailure() << "at " << x << "," << y << std::hex << " expected 0x" << a
+                                                     << ", got 0x" << b << " (blue, green, red)";
         }
     return ::testing::AssertionSuccess();
 }

@@ -13,9 +13,10 @@ namespace kestrune::codectest {
 using FileBytes = std::vector<std::uint8_t>;
 
 /// Known pictures of 24 bits, with odd sides so that every padding occurs.
-LBitmapBase ColorfulPicture(int nWidth = 37, int nHeight = 23);  ///< smooth slopes, noise, flat runs; thousands of colours
+LBitmapBase ColorfulPicture(int nWidth = 37,
+                            int nHeight = 23); ///< smooth slopes, noise, flat runs; thousands of colours
 LBitmapBase FewColorsPicture(int nColors, int nWidth = 37, int nHeight = 23); ///< exactly that many colours, not grey
-LBitmapBase GreyPicture(int nWidth = 37, int nHeight = 23);      ///< grey levels
+LBitmapBase GreyPicture(int nWidth = 37, int nHeight = 23); ///< grey levels
 LBitmapBase BlackWhitePicture(int nWidth = 37, int nHeight = 23);
 
 /// An empty folder of the running test; removed and made anew at the first call in it.
@@ -31,10 +32,12 @@ LBitmapBase ReadPnm(const std::filesystem::path& path);
 ::testing::AssertionResult Runs(const std::string& strCommand);
 
 /// The bytes of the file that `strCommand` makes, as "out" in the test's folder, of the picture in "in.ppm" there.
-/// Kept as a seed of the fuzzer `strSeedFormat` as well, when that is not empty. Empty, and a failure of the test, when the command fails.
+/// Kept as a seed of the fuzzer `strSeedFormat` as well, when that is not empty. Empty, and a failure of the test, when
+/// the command fails.
 FileBytes MadeBy(const std::string& strCommand, const LBitmapBase& picture, const std::string& strSeedFormat = "");
 
-/// How another program sees our bytes: writes them to "ours" + `strExtension`, runs the command, which makes "back.pnm", and reads that.
+/// How another program sees our bytes: writes them to "ours" + `strExtension`, runs the command, which makes
+/// "back.pnm", and reads that.
 LBitmapBase SeenBy(const std::string& strCommand, const FileBytes& ours, const std::string& strExtension);
 
 /// The command by which Pillow turns "in.ppm" into "out": picture mode (1, L, P, RGB...) and format, by its names.

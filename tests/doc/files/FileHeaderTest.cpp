@@ -32,27 +32,30 @@ TEST(FileHeader, TellsTheDepthOfTheFile)
         bool bGrey; ///< the palette is an even ramp
     };
     using enum ImageFormat;
-    for (const Case& row : {Case{Pcx, "ppmtopcx in.ppm > out", FewColorsPicture(200), 8, false},
-                            Case{Pcx, "ppmtopcx in.ppm > out", FewColorsPicture(16), 4, false},
-                            Case{Pcx, "ppmtopcx in.ppm > out", FewColorsPicture(2), 1, false},
-                            Case{Pcx, "ppmtopcx -24bit in.ppm > out", ColorfulPicture(), 24, false},
-                            Case{Pcx, "gm convert in.ppm -type Bilevel -compress RLE PCX:out", BlackWhitePicture(), 1, true},
-                            Case{Dcx, "gm convert in.ppm -type Palette -compress RLE DCX:out", FewColorsPicture(200), 8, false},
-                            Case{Tga, "ppmtotga -cmap in.ppm > out", FewColorsPicture(200), 8, false},
-                            Case{Tga, "ppmtopgm in.ppm | ppmtotga -mono > out", GreyPicture(), 8, true},
-                            Case{Tga, "ppmtotga -rgb in.ppm > out", ColorfulPicture(), 24, false},
-                            Case{Sgi, "ppmtopgm in.ppm | pamtopnm | pnmtosgi > out", GreyPicture(), 8, true},
-                            Case{Sgi, "pnmtosgi in.ppm > out", ColorfulPicture(), 24, false},
-                            Case{Pict, "ppmtopict in.ppm > out", FewColorsPicture(200), 8, false},
-                            Case{Pict, "gm convert in.ppm -type TrueColor PICT:out", ColorfulPicture(), 24, false},
-                            Case{Pntg, "ppmtopgm in.ppm | pamditherbw | pamtopnm | pbmtomacp > out", BlackWhitePicture(576, 720), 1, true}}) {
+    for (const Case& row :
+         {Case{Pcx, "ppmtopcx in.ppm > out", FewColorsPicture(200), 8, false},
+          Case{Pcx, "ppmtopcx in.ppm > out", FewColorsPicture(16), 4, false},
+          Case{Pcx, "ppmtopcx in.ppm > out", FewColorsPicture(2), 1, false},
+          Case{Pcx, "ppmtopcx -24bit in.ppm > out", ColorfulPicture(), 24, false},
+          Case{Pcx, "gm convert in.ppm -type Bilevel -compress RLE PCX:out", BlackWhitePicture(), 1, true},
+          Case{Dcx, "gm convert in.ppm -type Palette -compress RLE DCX:out", FewColorsPicture(200), 8, false},
+          Case{Tga, "ppmtotga -cmap in.ppm > out", FewColorsPicture(200), 8, false},
+          Case{Tga, "ppmtopgm in.ppm | ppmtotga -mono > out", GreyPicture(), 8, true},
+          Case{Tga, "ppmtotga -rgb in.ppm > out", ColorfulPicture(), 24, false},
+          Case{Sgi, "ppmtopgm in.ppm | pamtopnm | pnmtosgi > out", GreyPicture(), 8, true},
+          Case{Sgi, "pnmtosgi in.ppm > out", ColorfulPicture(), 24, false},
+          Case{Pict, "ppmtopict in.ppm > out", FewColorsPicture(200), 8, false},
+          Case{Pict, "gm convert in.ppm -type TrueColor PICT:out", ColorfulPicture(), 24, false},
+          Case{Pntg, "ppmtopgm in.ppm | pamditherbw | pamtopnm | pbmtomacp > out", BlackWhitePicture(576, 720), 1,
+               true}}) {
         SCOPED_TRACE(row.pszCommand);
         const FileHeader header = HeaderOf(row.format, MadeBy(row.pszCommand, row.picture));
         EXPECT_EQ(header.nBits, row.nBits);
         if (row.nBits == 24)
             continue;
         ASSERT_EQ(header.palette.size(), std::size_t{1} << row.nBits);
-        // A decoder that expanded the file to 24 bits is brought back to the file's own colours, each of which must be found.
+        // A decoder that expanded the file to 24 bits is brought back to the file's own colours, each of which must be
+        // found.
         LBitmapBase bitmap;
         bitmap.Copy(row.picture);
         MatchFileHeader(header, bitmap);
@@ -64,10 +67,13 @@ TEST(FileHeader, TellsTheDepthOfTheFile)
 
 TEST(FileHeader, TellsTheResolution)
 {
-    const FileHeader pcx = HeaderOf(ImageFormat::Pcx, MadeBy("gm convert in.ppm -density 300x150 -units PixelsPerInch PCX:out", ColorfulPicture()));
+    const FileHeader pcx = HeaderOf(
+        ImageFormat::Pcx, MadeBy("gm convert in.ppm -density 300x150 -units PixelsPerInch PCX:out", ColorfulPicture()));
     EXPECT_EQ(pcx.nXDpi, 300);
     EXPECT_EQ(pcx.nYDpi, 150);
-    const FileHeader pict = HeaderOf(ImageFormat::Pict, MadeBy("gm convert in.ppm -density 300x150 -units PixelsPerInch PICT:out", ColorfulPicture()));
+    const FileHeader pict
+        = HeaderOf(ImageFormat::Pict,
+                   MadeBy("gm convert in.ppm -density 300x150 -units PixelsPerInch PICT:out", ColorfulPicture()));
     EXPECT_EQ(pict.nXDpi, 300);
     EXPECT_EQ(pict.nYDpi, 150);
     LBitmapBase bitmap = ColorfulPicture();

@@ -42,10 +42,7 @@ int ReadMetaFileHeader(std::span<const std::uint8_t> file, LBitmapBase&)
 }
 
 /// The loader that recognises a file by its content.
-int ReadByContent(std::span<const std::uint8_t> file, LBitmapBase& bitmap)
-{
-    return DecodeImage(file, "", bitmap);
-}
+int ReadByContent(std::span<const std::uint8_t> file, LBitmapBase& bitmap) { return DecodeImage(file, "", bitmap); }
 
 struct HostileCase {
     const char* pszName;
@@ -55,12 +52,18 @@ struct HostileCase {
 };
 
 FileBytes SmallBmp() { return MadeBy("ppmtobmp -windows -bpp=8 in.ppm > out", FewColorsPicture(40, 12, 7)); }
-FileBytes SmallRle() { return MadeBy("convert in.ppm -type Palette -compress RLE BMP3:out", FewColorsPicture(40, 12, 7)); }
+FileBytes SmallRle()
+{
+    return MadeBy("convert in.ppm -type Palette -compress RLE BMP3:out", FewColorsPicture(40, 12, 7));
+}
 FileBytes SmallMasks() { return MadeBy("convert in.ppm -alpha set BMP:out", ColorfulPicture(12, 7)); }
 FileBytes SmallIco() { return MadeBy("ppmtowinicon in.ppm > out", FewColorsPicture(16, 16, 16)); }
 FileBytes SmallGif() { return MadeBy("pamtogif -interlace in.ppm > out", FewColorsPicture(40, 12, 7)); }
 FileBytes SmallPsd() { return WriteOk(WritePsd, ColorfulPicture(12, 7)); }
-FileBytes DeepPsd() { return MadeBy("convert in.ppm -alpha set -depth 16 -compress None PSD:out", ColorfulPicture(12, 7)); }
+FileBytes DeepPsd()
+{
+    return MadeBy("convert in.ppm -alpha set -depth 16 -compress None PSD:out", ColorfulPicture(12, 7));
+}
 FileBytes SmallCut() { return WriteOk(WriteCut, ColorfulPicture(12, 7)); }
 FileBytes SmallWpg() { return WriteOk(WriteWpg, ColorfulPicture(12, 7)); }
 FileBytes SmallMsp() { return MadeBy(PillowMakes("1", "MSP"), BlackWhitePicture(40, 7)); }
@@ -101,10 +104,18 @@ FileBytes SmallMetaFile()
 }
 
 const HostileCase c_aCases[] = {
-    {"bmp", ReadBmp, SmallBmp, true},   {"rle", ReadBmp, SmallRle, false},   {"masks", ReadBmp, SmallMasks, true},
-    {"ico", ReadIco, SmallIco, false},  {"gif", ReadGif, SmallGif, false},   {"psd", ReadPsd, SmallPsd, true},
-    {"psd16", ReadPsd, DeepPsd, false}, {"cut", ReadCut, SmallCut, true},    {"wpg", ReadWpg, SmallWpg, false},
-    {"msp", ReadMsp, SmallMsp, true},   {"clp", ReadClp, SmallClp, true},    {"pcx header", ReadHeaderOf<ImageFormat::Pcx>, SmallPcx, false},
+    {"bmp", ReadBmp, SmallBmp, true},
+    {"rle", ReadBmp, SmallRle, false},
+    {"masks", ReadBmp, SmallMasks, true},
+    {"ico", ReadIco, SmallIco, false},
+    {"gif", ReadGif, SmallGif, false},
+    {"psd", ReadPsd, SmallPsd, true},
+    {"psd16", ReadPsd, DeepPsd, false},
+    {"cut", ReadCut, SmallCut, true},
+    {"wpg", ReadWpg, SmallWpg, false},
+    {"msp", ReadMsp, SmallMsp, true},
+    {"clp", ReadClp, SmallClp, true},
+    {"pcx header", ReadHeaderOf<ImageFormat::Pcx>, SmallPcx, false},
     {"pict header", ReadHeaderOf<ImageFormat::Pict>, SmallPict, false},
     {"tga header", ReadHeaderOf<ImageFormat::Tga>, SmallTga, false},
     {"sgi header", ReadHeaderOf<ImageFormat::Sgi>, SmallSgi, false},
@@ -115,8 +126,8 @@ const HostileCase c_aCases[] = {
     {"metafile", ReadMetaFileHeader, SmallMetaFile, false},
 };
 
-/// Reads from a buffer of exactly the file's length, so that a read past its end is seen by the sanitizer, and checks that
-/// what comes out is whole: pixels inside the limits, indices inside the palette.
+/// Reads from a buffer of exactly the file's length, so that a read past its end is seen by the sanitizer, and checks
+/// that what comes out is whole: pixels inside the limits, indices inside the palette.
 int ReadChecked(ReaderFunction reader, const FileBytes& file)
 {
     const std::unique_ptr<std::uint8_t[]> exact(new std::uint8_t[file.size()]);
@@ -165,8 +176,10 @@ TEST(HostileFiles, CutShortAtEveryLength)
         KeepSeed("imagefile", whole);
         ASSERT_LT(whole.size(), 20000U);
         for (std::size_t n = 0; n < whole.size(); n++) {
-            const int nResult = ReadChecked(row.reader, FileBytes(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(n)));
-            const bool bMustFail = n < 14 || (row.bWholeFileNeeded && n + 4 < whole.size()); // the last row's padding may be missing
+            const int nResult
+                = ReadChecked(row.reader, FileBytes(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(n)));
+            const bool bMustFail
+                = n < 14 || (row.bWholeFileNeeded && n + 4 < whole.size()); // the last row's padding may be missing
             EXPECT_TRUE(nResult < 0 || !bMustFail) << n;
         }
     }

@@ -57,16 +57,17 @@ TEST(IcoFile, TransparentPixelsAreWhite)
         SCOPED_TRACE(nColors);
         const LBitmapBase picture = FewColorsPicture(nColors, 32, 32);
         const COLORREF cr = picture.GetPixelColor(2, 0);
-        const FileBytes file = MadeBy("pamtowinicon -truetransparent in.ppm > /dev/null; convert in.ppm -transparent '" + HexOf(cr)
-                                          + "' -define icon:format=bmp ICO:out",
+        const FileBytes file = MadeBy("pamtowinicon -truetransparent in.ppm > /dev/null; convert in.ppm -transparent '"
+                                          + HexOf(cr) + "' -define icon:format=bmp ICO:out",
                                       picture, "ico");
         EXPECT_TRUE(SamePicture(WithWhiteFor(picture, cr), ReadOk(ReadIco, file)));
     }
     // A mask of one bit beside 4-bit pixels, as old icons have it.
     const LBitmapBase picture = FewColorsPicture(16, 32, 32);
-    const FileBytes file = MadeBy("ppmtopgm in.ppm | pgmtopgm | pamthreshold -threshold=0.5 | pamtopnm > mask.pbm && ppmtowinicon "
-                                  "-andpgms in.ppm mask.pbm > out",
-                                  picture, "ico");
+    const FileBytes file
+        = MadeBy("ppmtopgm in.ppm | pgmtopgm | pamthreshold -threshold=0.5 | pamtopnm > mask.pbm && ppmtowinicon "
+                 "-andpgms in.ppm mask.pbm > out",
+                 picture, "ico");
     const LBitmapBase bitmap = ReadOk(ReadIco, file);
     const LBitmapBase mask = ReadPnm(TestFolder() / "mask.pbm");
     ASSERT_EQ(mask.GetWidth(), 32);
@@ -75,7 +76,8 @@ TEST(IcoFile, TransparentPixelsAreWhite)
         for (int x = 0; x < 32; x++) {
             const bool bOpaque = mask.GetPixelColor(x, y) != 0;
             nTransparent += !bOpaque;
-            EXPECT_EQ(bitmap.GetPixelColor(x, y), bOpaque ? picture.GetPixelColor(x, y) : Rgb(255, 255, 255)) << x << "," << y;
+            EXPECT_EQ(bitmap.GetPixelColor(x, y), bOpaque ? picture.GetPixelColor(x, y) : Rgb(255, 255, 255))
+                << x << "," << y;
         }
     EXPECT_GT(nTransparent, 0);
 }
@@ -83,9 +85,10 @@ TEST(IcoFile, TransparentPixelsAreWhite)
 TEST(IcoFile, TakesTheLargestAndReadsPngEntries)
 {
     const LBitmapBase picture = ColorfulPicture(64, 64);
-    const FileBytes file = MadeBy("convert in.ppm \\( in.ppm -crop 16x16+0+0 +repage \\) \\( in.ppm -crop 32x32+0+0 +repage \\) "
-                                  "-insert 0 ICO:out",
-                                  picture, "ico");
+    const FileBytes file
+        = MadeBy("convert in.ppm \\( in.ppm -crop 16x16+0+0 +repage \\) \\( in.ppm -crop 32x32+0+0 +repage \\) "
+                 "-insert 0 ICO:out",
+                 picture, "ico");
     EXPECT_TRUE(SamePicture(picture, ReadOk(ReadIco, file)));
 
     const FileBytes png = MadeBy("convert in.ppm PNG:out", picture);

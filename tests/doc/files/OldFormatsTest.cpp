@@ -43,7 +43,8 @@ FileBytes ClipboardFile(const std::vector<ClipPart>& parts, bool bWide)
 }
 
 /// A device dependent bitmap: its structure, in 16-bit or 32-bit numbers, and the rows.
-FileBytes DeviceBitmap(int nWidth, int nHeight, int nRowBytes, int nPlanes, int nBits, const FileBytes& rows, bool bWide)
+FileBytes DeviceBitmap(int nWidth, int nHeight, int nRowBytes, int nPlanes, int nBits, const FileBytes& rows,
+                       bool bWide)
 {
     FileBytes bytes;
     CByteWriter w(bytes);
@@ -110,10 +111,12 @@ FileBytes MspCoded(const LBitmapBase& picture)
 TEST(Clp, HoldsADib)
 {
     for (bool bWide : {false, true})
-        for (const char* pszCommand : {"ppmtobmp -windows -bpp=4 in.ppm > out", "ppmtobmp -windows -bpp=8 in.ppm > out"}) {
+        for (const char* pszCommand :
+             {"ppmtobmp -windows -bpp=4 in.ppm > out", "ppmtobmp -windows -bpp=8 in.ppm > out"}) {
             const LBitmapBase picture = FewColorsPicture(16);
             const FileBytes bmp = MadeBy(pszCommand, picture);
-            const FileBytes file = ClipboardFile({{1, {'t', 'e', 'x', 't'}}, {8, FileBytes(bmp.begin() + 14, bmp.end())}}, bWide);
+            const FileBytes file
+                = ClipboardFile({{1, {'t', 'e', 'x', 't'}}, {8, FileBytes(bmp.begin() + 14, bmp.end())}}, bWide);
             EXPECT_TRUE(SamePicture(picture, ReadOk(ReadClp, file)));
         }
     LBitmapBase bitmap;
@@ -123,7 +126,8 @@ TEST(Clp, HoldsADib)
 TEST(Clp, HoldsADeviceBitmap)
 {
     for (bool bWide : {false, true}) {
-        const LBitmapBase bits = ReadOk(ReadClp, ClipboardFile({{2, DeviceBitmap(3, 2, 2, 1, 1, {0x40, 0, 0xA0, 0}, bWide)}}, bWide));
+        const LBitmapBase bits
+            = ReadOk(ReadClp, ClipboardFile({{2, DeviceBitmap(3, 2, 2, 1, 1, {0x40, 0, 0xA0, 0}, bWide)}}, bWide));
         EXPECT_EQ(bits.GetBitsPerPixel(), 1);
         EXPECT_EQ(bits.GetPixelColor(0, 0), 0U);
         EXPECT_EQ(bits.GetPixelColor(1, 0), Rgb(255, 255, 255));
@@ -131,7 +135,8 @@ TEST(Clp, HoldsADeviceBitmap)
 
         // Four planes: blue, green, red, intensity.
         const FileBytes planes = {0x80, 0, 0x40, 0, 0x20, 0, 0xE0, 0};
-        const LBitmapBase display = ReadOk(ReadClp, ClipboardFile({{2, DeviceBitmap(3, 1, 2, 4, 1, planes, bWide)}}, bWide));
+        const LBitmapBase display
+            = ReadOk(ReadClp, ClipboardFile({{2, DeviceBitmap(3, 1, 2, 4, 1, planes, bWide)}}, bWide));
         EXPECT_EQ(display.GetBitsPerPixel(), 4);
         EXPECT_EQ(display.GetPixelColor(0, 0), Rgb(0, 0, 255));
         EXPECT_EQ(display.GetPixelColor(1, 0), Rgb(0, 255, 0));
@@ -143,9 +148,11 @@ TEST(Clp, HoldsADeviceBitmap)
         EXPECT_EQ(indexed.GetPixelColor(0, 0), Rgb(40, 50, 60));
         EXPECT_EQ(indexed.GetPixelColor(1, 0), Rgb(10, 20, 30));
 
-        const LBitmapBase deep = ReadOk(ReadClp, ClipboardFile({{2, DeviceBitmap(1, 1, 4, 1, 32, {1, 2, 3, 0}, bWide)}}, bWide));
+        const LBitmapBase deep
+            = ReadOk(ReadClp, ClipboardFile({{2, DeviceBitmap(1, 1, 4, 1, 32, {1, 2, 3, 0}, bWide)}}, bWide));
         EXPECT_EQ(deep.GetPixelColor(0, 0), Rgb(3, 2, 1));
-        const LBitmapBase high = ReadOk(ReadClp, ClipboardFile({{2, DeviceBitmap(1, 1, 2, 1, 16, {0xE0, 0x07}, bWide)}}, bWide));
+        const LBitmapBase high
+            = ReadOk(ReadClp, ClipboardFile({{2, DeviceBitmap(1, 1, 2, 1, 16, {0xE0, 0x07}, bWide)}}, bWide));
         EXPECT_EQ(high.GetPixelColor(0, 0), Rgb(0, 255, 0));
     }
 }
@@ -240,11 +247,11 @@ TEST(Wpg, RowCodesAndStandardColours)
     FileBytes bytes;
     CByteWriter w(bytes);
     w.Raw(FileBytes{0xFF, 'W', 'P', 'C', 16, 0, 0, 0, 1, 0x16, 1, 0, 0, 0, 0, 0});
-    const FileBytes body = {4, 0, 5, 0, 4, 0, 75, 0, 75, 0, // 4 x 5, 4 bits
-                            2, 0x12, 0x3E,                  // literals
-                            0, 2,                           // the row twice more
-                            0x82, 0x44,                     // a run
-                            0x80, 2};                       // a run of full bytes
+    const FileBytes body = {4,    0,    5,    0, 4, 0, 75, 0, 75, 0, // 4 x 5, 4 bits
+                            2,    0x12, 0x3E, // literals
+                            0,    2, // the row twice more
+                            0x82, 0x44, // a run
+                            0x80, 2}; // a run of full bytes
     w.U8(0x0B);
     w.U8(static_cast<unsigned>(body.size()));
     w.Raw(body);
@@ -252,9 +259,9 @@ TEST(Wpg, RowCodesAndStandardColours)
     const LBitmapBase bitmap = ReadOk(ReadWpg, bytes);
     EXPECT_EQ(bitmap.GetXResolution(), 75);
     for (int y = 0; y < 3; y++) {
-        EXPECT_EQ(bitmap.GetPixelColor(0, y), Rgb(0, 0, 170)) << y;    // blue
-        EXPECT_EQ(bitmap.GetPixelColor(1, y), Rgb(0, 170, 0)) << y;    // green
-        EXPECT_EQ(bitmap.GetPixelColor(2, y), Rgb(0, 170, 170)) << y;  // cyan
+        EXPECT_EQ(bitmap.GetPixelColor(0, y), Rgb(0, 0, 170)) << y; // blue
+        EXPECT_EQ(bitmap.GetPixelColor(1, y), Rgb(0, 170, 0)) << y; // green
+        EXPECT_EQ(bitmap.GetPixelColor(2, y), Rgb(0, 170, 170)) << y; // cyan
         EXPECT_EQ(bitmap.GetPixelColor(3, y), Rgb(255, 255, 85)) << y; // yellow
     }
     EXPECT_EQ(bitmap.GetPixelColor(0, 3), Rgb(170, 0, 0));
@@ -270,7 +277,8 @@ TEST(Pcx, OtherProgramsReadOurs)
         LBitmapBase picture = ColorfulPicture(nWidth, 23);
         picture.SetResolution(300, 150);
         const FileBytes ours = WriteOk(WritePcx, picture);
-        for (const char* pszCommand : {"pcxtoppm ours.pcx > back.pnm", "gm convert PCX:ours.pcx PPM:back.pnm", "convert ours.pcx PPM:back.pnm"}) {
+        for (const char* pszCommand : {"pcxtoppm ours.pcx > back.pnm", "gm convert PCX:ours.pcx PPM:back.pnm",
+                                       "convert ours.pcx PPM:back.pnm"}) {
             SCOPED_TRACE(pszCommand);
             EXPECT_TRUE(SamePicture(picture, SeenBy(pszCommand, ours, ".pcx")));
         }

@@ -80,8 +80,8 @@ TEST(Psd, GiantSidesGoToTheBigVariant)
 namespace {
 
 /// A plain file of one row of planes, without resources; `layers` is the body of the layer section.
-FileBytes HandMade(int nMode, int nDepth, int nWidth, const std::vector<FileBytes>& planes, const FileBytes& resources = {},
-                   const FileBytes& layers = {})
+FileBytes HandMade(int nMode, int nDepth, int nWidth, const std::vector<FileBytes>& planes,
+                   const FileBytes& resources = {}, const FileBytes& layers = {})
 {
     FileBytes bytes;
     CByteWriter w(bytes);
@@ -158,12 +158,15 @@ TEST(Psd, OtherModes)
 TEST(Psd, AlphaIsShownOverWhite)
 {
     // Bare colours: black at half strength.
-    EXPECT_EQ(ReadOk(ReadPsd, HandMade(3, 8, 2, {{0, 10}, {0, 20}, {0, 30}, {128, 255}})).GetPixelColor(0, 0), Rgb(127, 127, 127));
+    EXPECT_EQ(ReadOk(ReadPsd, HandMade(3, 8, 2, {{0, 10}, {0, 20}, {0, 30}, {128, 255}})).GetPixelColor(0, 0),
+              Rgb(127, 127, 127));
     // Colours that an editor has blended with white already stay: the same black, stored as 127.
-    const FileBytes onWhite = HandMade(3, 8, 2, {{127, 10}, {127, 20}, {127, 30}, {128, 255}}, {}, {0, 0, 0, 2, 0xFF, 0xFF});
+    const FileBytes onWhite
+        = HandMade(3, 8, 2, {{127, 10}, {127, 20}, {127, 30}, {128, 255}}, {}, {0, 0, 0, 2, 0xFF, 0xFF});
     EXPECT_EQ(ReadOk(ReadPsd, onWhite).GetPixelColor(0, 0), Rgb(127, 127, 127));
     // A named selection is no transparency.
-    const FileBytes stored = HandMade(3, 8, 2, {{0, 10}, {0, 20}, {0, 30}, {128, 255}}, Resource(1006, {3, 'S', 'e', 'l'}));
+    const FileBytes stored
+        = HandMade(3, 8, 2, {{0, 10}, {0, 20}, {0, 30}, {128, 255}}, Resource(1006, {3, 'S', 'e', 'l'}));
     EXPECT_EQ(ReadOk(ReadPsd, stored).GetPixelColor(0, 0), 0U);
     // Grey with alpha stays grey.
     const LBitmapBase grey = ReadOk(ReadPsd, HandMade(1, 8, 1, {{0}, {0}}));
@@ -172,7 +175,8 @@ TEST(Psd, AlphaIsShownOverWhite)
 
     const LBitmapBase picture = ColorfulPicture();
     const FileBytes file = MadeBy("convert in.ppm -alpha set -channel A -evaluate set 40% +channel out.psd && "
-                                  "convert in.ppm -alpha set -channel A -evaluate set 40% +channel -background white -flatten back.ppm && mv out.psd out",
+                                  "convert in.ppm -alpha set -channel A -evaluate set 40% +channel -background white "
+                                  "-flatten back.ppm && mv out.psd out",
                                   picture, "psd");
     EXPECT_TRUE(SamePicture(ReadPnm(TestFolder() / "back.ppm"), ReadOk(ReadPsd, file), 2));
 }
@@ -185,7 +189,9 @@ TEST(Psd, InksGoThroughTheEmbeddedProfile)
     const char* pszProfile = "/usr/share/color/icc/ghostscript/default_cmyk.icc";
     if (!std::filesystem::exists(pszProfile))
         GTEST_SKIP() << "no ink profile on this system";
-    const LBitmapBase bitmap = ReadOk(ReadPsd, HandMade(4, 8, 2, {{255, 0}, {255, 255}, {255, 255}, {255, 255}}, Resource(1039, FileContent(pszProfile))));
+    const LBitmapBase bitmap = ReadOk(
+        ReadPsd,
+        HandMade(4, 8, 2, {{255, 0}, {255, 255}, {255, 255}, {255, 255}}, Resource(1039, FileContent(pszProfile))));
     const COLORREF white = bitmap.GetPixelColor(0, 0), cyan = bitmap.GetPixelColor(1, 0);
     EXPECT_GT(RedOf(white), 250);
     EXPECT_NE(cyan, Rgb(0, 255, 255)); // real cyan ink is darker than the screen's
