@@ -6,10 +6,10 @@
 
 #include <QApplication>
 #include <QFontDatabase>
-#include <QFontInfo>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QLoggingCategory>
+#include <QRawFont>
 #include <QTranslator>
 
 namespace kestrune {
@@ -21,12 +21,11 @@ Q_LOGGING_CATEGORY(c_log, "kestrune")
 /// A desktop whose font has no Hangul would mix two fonts within a line: digits beside Hangul would come from the other one.
 void ChooseFont(QApplication& app)
 {
-    const QStringList korean = QFontDatabase::families(QFontDatabase::Korean);
     QFont font = app.font();
-    if (korean.contains(QFontInfo(font).family()))
+    if (QRawFont::fromFont(font).supportsCharacter(u'한'))
         return;
-    for (const char* pszFamily : {"Pretendard", "Noto Sans CJK KR", "Noto Sans KR", "NanumGothic", "Nanum Gothic", "NanumBarunGothic"})
-        if (korean.contains(QLatin1String(pszFamily))) {
+    for (const char* pszFamily : {"Pretendard", "Noto Sans CJK KR", "Noto Sans KR", "NanumGothic", "NanumBarunGothic"})
+        if (QFontDatabase::hasFamily(QLatin1String(pszFamily))) {
             font.setFamilies({QLatin1String(pszFamily), font.family()});
             app.setFont(font);
             return;

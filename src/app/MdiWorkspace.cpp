@@ -130,11 +130,9 @@ void CMdiWorkspace::PaintHint(QPainter& painter) const
 {
     const QString strDrop = Text(IDS_HINT_DROP);
     const QString strKeys = Text(IDS_HINT_KEYS);
-    QFont large = font();
-    large.setPointSizeF(large.pointSizeF() * 1.25);
-    const QFontMetrics metricsLarge(large), metrics(font());
-    const int nWidth = std::max({metricsLarge.horizontalAdvance(strDrop), metrics.horizontalAdvance(strKeys), 280}) + 64;
-    const int nHeight = 32 + c_nHintIcon + 16 + metricsLarge.height() + 8 + metrics.height() + 28;
+    const QFontMetrics metrics(font());
+    const int nWidth = std::max({metrics.horizontalAdvance(strDrop), metrics.horizontalAdvance(strKeys), 280}) + 64;
+    const int nHeight = 32 + c_nHintIcon + 16 + metrics.height() + 8 + metrics.height() + 28;
     QRect rc(0, 0, nWidth, nHeight);
     rc.moveCenter(viewport()->rect().center());
     if (rc.height() > viewport()->height())
@@ -153,10 +151,8 @@ void CMdiWorkspace::PaintHint(QPainter& painter) const
     rcIcon.moveLeft(rc.center().x() - c_nHintIcon / 2);
     LoadIcon(QStringLiteral("hint-open")).paint(&painter, rcIcon);
     painter.setPen(ink);
-    painter.setFont(large);
-    const QRect rcDrop(rc.left(), rcIcon.bottom() + 16, rc.width(), metricsLarge.height());
+    const QRect rcDrop(rc.left(), rcIcon.bottom() + 16, rc.width(), metrics.height());
     painter.drawText(rcDrop, Qt::AlignCenter, strDrop);
-    painter.setFont(font());
     painter.drawText(QRect(rc.left(), rcDrop.bottom() + 8, rc.width(), metrics.height()), Qt::AlignCenter, strKeys);
 }
 

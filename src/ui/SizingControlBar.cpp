@@ -1,6 +1,7 @@
 #include "ui/SizingControlBar.h"
 
 #include "base/StringTable.h"
+#include "ui/Icons.h"
 #include "ui/Theme.h"
 
 #include <QGuiApplication>
@@ -62,8 +63,8 @@ public:
         auto* pClose = new QToolButton(this);
         pClose->setAutoRaise(true);
         pClose->setFixedSize(16, 16);
-        pClose->setIcon(CloseIcon());
-        pClose->setIconSize({8, 8});
+        pClose->setIcon(LoadIcon(QStringLiteral("widgets/close")));
+        pClose->setIconSize({12, 12});
         pClose->setFocusPolicy(Qt::NoFocus);
         const QString strClose = QString::fromUtf8(StringText(IDS_BOX_CLOSE));
         pClose->setToolTip(strClose);
@@ -80,28 +81,6 @@ protected:
         painter.fillRect(rect(), palette().button());
         painter.setPen(ThemeLine());
         painter.drawLine(0, height() - 1, width(), height() - 1);
-    }
-    void changeEvent(QEvent* pEvent) override
-    {
-        if (pEvent->type() == QEvent::PaletteChange)
-            if (auto* pClose = findChild<QToolButton*>())
-                pClose->setIcon(CloseIcon());
-        QWidget::changeEvent(pEvent);
-    }
-
-private:
-    QIcon CloseIcon() const
-    {
-        const qreal scale = devicePixelRatioF();
-        QPixmap pixmap(QSize(8, 8) * scale);
-        pixmap.setDevicePixelRatio(scale);
-        pixmap.fill(Qt::transparent);
-        QPainter painter(&pixmap);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(QPen(palette().color(QPalette::WindowText), 1.2, Qt::SolidLine, Qt::RoundCap));
-        painter.drawLine(QPointF(1, 1), QPointF(7, 7));
-        painter.drawLine(QPointF(7, 1), QPointF(1, 7));
-        return QIcon(pixmap);
     }
 };
 

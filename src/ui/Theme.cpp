@@ -1,5 +1,7 @@
 #include "ui/Theme.h"
 
+#include "ui/Style.h"
+
 #include <QApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -7,7 +9,6 @@
 #include <QDBusPendingReply>
 #include <QDBusVariant>
 #include <QPalette>
-#include <QStyle>
 
 namespace kestrune {
 
@@ -50,8 +51,8 @@ void ApplyTheme(QApplication& app, ThemeKind kind)
 {
     g_kind = kind;
     const Greys& grey = Current();
-    if (!app.style() || app.style()->name() != QLatin1String("fusion"))
-        app.setStyle(QStringLiteral("Fusion"));
+    if (!qobject_cast<CStyle*>(app.style()))
+        app.setStyle(new CStyle);
 
     QPalette palette;
     palette.setColor(QPalette::Window, Grey(grey.window));
