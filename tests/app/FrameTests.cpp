@@ -107,7 +107,7 @@ TEST_F(Frames, RecentFilesSurviveARestart)
 {
     std::vector<std::filesystem::path> paths;
     for (int i = 0; i < 6; i++) {
-        paths.push_back(PictureFile("p" + std::to_string(i) + ".png"));
+        paths.push_back(PictureFile(std::to_string(i) + ".png"));
         ASSERT_TRUE(m_pApp->OpenDocumentFile(paths.back()));
     }
     m_pApp->OpenDocumentFile(paths[3]);
