@@ -45,15 +45,14 @@ inline constexpr int IDS_NEW_DOCUMENT = 60262;
 inline constexpr int IDS_ABOUT_TITLE = 60263;
 inline constexpr int IDS_ABOUT_WHAT = 60264;
 inline constexpr int IDS_ABOUT_CREDITS = 60265;
-// Buttons of every box and dialog, and the dialogs that create, open, save and export.
 inline constexpr int IDS_OUT_OF_MEMORY = 60200;
 inline constexpr int IDS_SAVE_ERROR = 60201;
 inline constexpr int IDS_SAVED_AS_JPEG = 60202;
 inline constexpr int IDS_OLD_FILE_KEPT = 60203;
 
 
-// Buttons of every box and dialog, and the dialogs that create, open, save and export.
 inline constexpr int IDS_PRINT_FAILED = 60350;
+// Buttons of every box and dialog, and the dialogs that create, open, save and export.
 inline constexpr int IDS_BUTTON_OK = 60400;
 inline constexpr int IDS_BUTTON_CANCEL = 60401;
 inline constexpr int IDS_BUTTON_YES = 60402;

@@ -6,6 +6,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QScreen>
 #include <QStandardPaths>
 
 namespace kestrune {
@@ -59,6 +60,10 @@ CFileDialogFrame::CFileDialogFrame(CProfile& profile, Kind kind, const QString& 
     m_pBrowser->setWindowFlags(Qt::Widget);
     m_pBrowser->setSizeGripEnabled(false);
     m_pBrowser->layout()->setContentsMargins(0, 0, 0, 0);
+    // The browser's parts are known by the names that its form gives them.
+    m_pTypes = m_pBrowser->findChild<QComboBox*>(QStringLiteral("fileTypeCombo"));
+    if (auto* pLabel = m_pBrowser->findChild<QLabel*>(QStringLiteral("fileTypeLabel")))
+        pLabel->setBuddy(m_pTypes);
     m_pBrowser->setDirectory(StartFolder(profile, kind));
     connect(m_pBrowser, &QDialog::accepted, this, [this] {
         m_strTypedPaths.clear();
@@ -75,6 +80,7 @@ CFileDialogFrame::CFileDialogFrame(CProfile& profile, Kind kind, const QString& 
     if (!look.empty())
         m_pBrowser->restoreState(QByteArray(reinterpret_cast<const char*>(look.data()), static_cast<qsizetype>(look.size())));
     m_pBrowser->setDirectory(StartFolder(profile, kind)); // the look holds a folder of its own
+    resize(sizeHint().boundedTo(screen()->availableSize()));
 }
 
 QSize CFileDialogFrame::sizeHint() const
@@ -97,7 +103,7 @@ void CFileDialogFrame::SetFilters(const QList<FileFilter>& filters)
 
 int CFileDialogFrame::FilterRow() const
 {
-    return static_cast<int>(std::max<qsizetype>(0, m_filters.indexOf(m_pBrowser->selectedNameFilter())));
+    return std::max(0, m_pTypes->currentIndex());
 }
 
 void CFileDialogFrame::SetFilterRow(int nRow)

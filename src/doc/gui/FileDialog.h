@@ -3,6 +3,7 @@
 #include "base/Profile.h"
 #include "ui/Dialog.h"
 
+#include <QComboBox>
 #include <QFileDialog>
 
 #include <filesystem>
@@ -57,6 +58,7 @@ private:
     CProfile& m_profile;
     Kind m_kind;
     QFileDialog* m_pBrowser;
+    QComboBox* m_pTypes; ///< the browser's list of file types
     QStringList m_strTypedPaths; ///< what a script typed; a person's choice stands in the browser
     QStringList m_filters;
 };

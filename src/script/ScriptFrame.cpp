@@ -1,0 +1,69 @@
+#include "script/ScriptFrame.h"
+
+#include "app/ChildFrame.h"
+#include "app/CommandTable.h"
+#include "app/FrameBars.h"
+#include "app/MainFrame.h"
+#include "app/OptionBar.h"
+
+#include <QStatusBar>
+
+namespace kestrune {
+
+bool ActivateChild(CPaintApp& app, int nIndex)
+{
+    const std::vector<CChildFrame*> children = app.ChildFrames();
+    if (nIndex < 0 || nIndex >= static_cast<int>(children.size()))
+        return false;
+    CChildFrame* pChild = children[static_cast<std::size_t>(nIndex)];
+    app.MainFrame().ActivateChild(pChild);
+    return app.ActiveChild() == pChild;
+}
+
+bool CloseActiveChild(CPaintApp& app)
+{
+    CChildFrame* pChild = app.ActiveChild();
+    return pChild && pChild->close();
+}
+
+QString ActiveTitle(CPaintApp& app)
+{
+    app.MainFrame().UpdateCommandUi(); // titles otherwise follow when the program is idle
+    return app.ActiveChild()->windowTitle();
+}
+
+void TypeZoom(CPaintApp& app, float fZoom)
+{
+    app.MainFrame().OptionBar().TypeZoom(fZoom);
+}
+
+QImage GrabFrame(CPaintApp& app)
+{
+    app.MainFrame().UpdateCommandUi();
+    return app.MainFrame().grab().toImage();
+}
+
+QImage GrabBox(CPaintApp& app, int nBarId)
+{
+    CMainFrame& frame = app.MainFrame();
+    frame.UpdateCommandUi();
+    QWidget* pBox = frame.FrameBars().Bar(nBarId);
+    if (nBarId == ID_VIEW_OPTION_BAR)
+        pBox = &frame.OptionBar();
+    else if (nBarId == ID_VIEW_STATUS_BAR)
+        pBox = frame.statusBar();
+    return pBox ? pBox->grab().toImage() : QImage();
+}
+
+bool IsFrameOpen(CPaintApp& app)
+{
+    return app.MainFrame().isVisible();
+}
+
+void DropDocuments(CPaintApp& app)
+{
+    for (CChildFrame* pChild : app.ChildFrames())
+        pChild->CloseNow();
+}
+
+} // namespace kestrune

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "app/PaintApp.h"
+
+#include <QImage>
+
+namespace kestrune {
+
+// What a script does with the window itself, as a person does with its frames and boxes.
+
+/// The N-th child frame in the order of opening comes to the front. False when there is none.
+bool ActivateChild(CPaintApp& app, int nIndex);
+/// Closes the active child frame as its close button does. False when it stays open.
+bool CloseActiveChild(CPaintApp& app);
+/// The active child frame's title.
+QString ActiveTitle(CPaintApp& app);
+/// Types a factor (1 is 100 %) into the option bar's zoom box.
+void TypeZoom(CPaintApp& app, float fZoom);
+/// The main frame, or the box of that bar id, as a picture; null when there is no such box.
+QImage GrabFrame(CPaintApp& app);
+QImage GrabBox(CPaintApp& app, int nBarId);
+/// Closes every document without a question, as the end of a script does.
+void DropDocuments(CPaintApp& app);
+/// True while the main frame is open.
+bool IsFrameOpen(CPaintApp& app);
+
+} // namespace kestrune

@@ -1,0 +1,72 @@
+#include "script/ScriptContext.h"
+
+#include <string_view>
+
+namespace kestrune {
+
+namespace {
+
+// A row without a handler is a statement whose tool, dialog or command the program does not have yet.
+constexpr StatementRow c_aStatements[] = {
+    {"new", 2, 4, statements::New},
+    {"open", 1, 1, statements::Open},
+    {"save", 0, 0, statements::Save},
+    {"saveas", 1, 1, statements::SaveAs},
+    {"close", 0, 0, statements::Close},
+    {"activate", 1, 1, statements::Activate},
+    {"command", 1, -1, statements::Command},
+    {"option", 3, 3, nullptr},
+    {"foreground", 3, 3, nullptr},
+    {"background", 3, 3, nullptr},
+    {"brush", 1, 1, nullptr},
+    {"brushfile", 1, 1, nullptr},
+    {"brushnew", 4, 4, nullptr},
+    {"softedge", 1, 1, nullptr},
+    {"response", 2, -1, nullptr},
+    {"pattern", 1, 2, nullptr},
+    {"texture", 1, 1, nullptr},
+    {"photobrush", 1, 2, nullptr},
+    {"gradientfile", 1, 1, nullptr},
+    {"press", 2, 5, statements::Press},
+    {"move", 2, 4, statements::Move},
+    {"release", 2, 2, statements::Release},
+    {"doubleclick", 2, 2, statements::DoubleClick},
+    {"keydown", 1, 1, statements::KeyDown},
+    {"keyup", 1, 1, statements::KeyUp},
+    {"wait", 1, 1, statements::Wait},
+    {"text", 1, 7, nullptr},
+    {"zoom", 1, 1, statements::Zoom},
+    {"undo", 0, 0, nullptr},
+    {"redo", 0, 0, nullptr},
+    {"history", 1, 1, nullptr},
+    {"copy", 0, 0, nullptr},
+    {"cut", 0, 0, nullptr},
+    {"paste", 0, 0, nullptr},
+    {"answer", 1, 1, statements::Answer},
+    {"dump", 2, 2, statements::Dump},
+    {"print", 1, 3, statements::Print},
+    {"screenshot", 1, 2, statements::Screenshot},
+    {"quit", 0, 0, statements::Quit},
+};
+
+constexpr bool IsSane()
+{
+    for (const StatementRow& row : c_aStatements) {
+        if (row.nMinWords < 0 || (row.nMaxWords >= 0 && row.nMaxWords < row.nMinWords))
+            return false;
+        for (const StatementRow& other : c_aStatements)
+            if (&row != &other && std::string_view(row.strName) == other.strName)
+                return false;
+    }
+    return true;
+}
+static_assert(IsSane(), "a statement stands twice, or its word counts are crossed");
+
+} // namespace
+
+std::span<const StatementRow> Statements()
+{
+    return c_aStatements;
+}
+
+} // namespace kestrune
