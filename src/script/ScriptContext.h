@@ -25,8 +25,8 @@ struct CScriptContext {
     std::function<void(const QString&)> print; ///< one line of output
 
     Qt::MouseButton nHeldButton = Qt::NoButton;
-    Qt::KeyboardModifiers heldModifiers; ///< by keydown and keyup
-    CPoint ptLast;                       ///< image pixels
+    Qt::KeyboardModifiers heldModifiers{}; ///< by keydown and keyup
+    CPoint ptLast{};                     ///< image pixels
     bool bQuit = false;
 
     /// The active view with a picture; null when no document is open.

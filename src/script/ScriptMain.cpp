@@ -93,8 +93,12 @@ int ScriptMain(int argc, char** argv)
         return c_nUsageError;
     }
     QTemporaryFile screens;
-    if (!options->bShow)
-        qputenv("QT_QPA_PLATFORM", WriteScreenFile(screens) ? "offscreen:configfile=" + screens.fileName().toUtf8() : "offscreen");
+    if (!options->bShow) {
+        QByteArray platform("offscreen");
+        if (WriteScreenFile(screens))
+            platform += ":configfile=" + screens.fileName().toUtf8();
+        qputenv("QT_QPA_PLATFORM", platform);
+    }
     g_pHandler = qInstallMessageHandler(DropPlatformChatter);
     int nWords = 1; // the script's words are not the toolkit's
     QApplication qtApp(nWords, argv);
