@@ -1,12 +1,14 @@
 #include "script/ScriptContext.h"
 
 #include "app/CommandTable.h"
+#include "doc/files/ImageFile.h"
 #include "script/ScriptFrame.h"
 
 #include <QFile>
-#include <QFileInfo>
 
 #include <limits>
+
+#include <sys/stat.h>
 
 namespace kestrune::statements {
 
@@ -37,15 +39,45 @@ StatementResult NoDocument()
     return QStringLiteral("no document is open");
 }
 
-/// A command that writes a file: a box that asked nothing told that it could not be written.
-StatementResult RunSaving(CScriptContext& context, int nId, std::optional<DialogPlan> plan)
+/// What tells that a file was written anew: another file stands under the name, or this one was changed, and it holds something.
+struct FileStamp {
+    ino_t nFile = 0;
+    off_t nBytes = 0;
+    std::int64_t nChanged = 0; ///< nanoseconds
+    bool operator==(const FileStamp&) const = default;
+};
+
+FileStamp StampOf(const std::filesystem::path& path)
 {
-    const int nBefore = context.messages.Statements();
+    struct stat info;
+    if (::stat(path.c_str(), &info) != 0)
+        return {};
+    return {info.st_ino, info.st_size, info.st_ctim.tv_sec * std::int64_t{1'000'000'000} + info.st_ctim.tv_nsec};
+}
+
+/// The names under which a picture may be saved: with the extension of the dialog's row when it has none.
+std::vector<std::filesystem::path> TargetsOf(const std::filesystem::path& path)
+{
+    std::vector<std::filesystem::path> targets{path};
+    for (const ImageFormatRow& row : ImageFormats())
+        if (row.nSaveIndex != 0 && path.filename().string().find('.') == std::string::npos)
+            targets.push_back(path.string() + "." + std::string(row.saveExtension));
+    return targets;
+}
+
+/// Runs a command that writes a file. Its writer says quietly or not at all that it has failed; the file tells.
+StatementResult RunSaving(CScriptContext& context, int nId, std::optional<DialogPlan> plan, const std::filesystem::path& path)
+{
+    const std::vector<std::filesystem::path> targets = TargetsOf(path);
+    std::vector<FileStamp> before;
+    for (const std::filesystem::path& target : targets)
+        before.push_back(StampOf(target));
     if (const StatementResult failure = context.RunCommand(nId, std::move(plan)))
         return failure;
-    if (context.messages.Statements() != nBefore)
-        return QStringLiteral("not saved: ") + QString::fromStdString(OneLine(context.messages.LastText()));
-    return {};
+    for (std::size_t i = 0; i < targets.size(); i++)
+        if (const FileStamp after = StampOf(targets[i]); after.nBytes > 0 && after != before[i])
+            return {};
+    return QStringLiteral("\"%1\" was not written").arg(QString::fromStdString(path.string()));
 }
 
 } // namespace
@@ -78,12 +110,16 @@ StatementResult Open(CScriptContext& context, const QStringList& words)
 
 StatementResult Save(CScriptContext& context, const QStringList&)
 {
-    return context.Document() ? RunSaving(context, ID_FILE_SAVE, std::nullopt) : NoDocument();
+    const CPaintDoc* pDoc = context.Document();
+    return pDoc ? RunSaving(context, ID_FILE_SAVE, std::nullopt, pDoc->GetPathName()) : NoDocument();
 }
 
 StatementResult SaveAs(CScriptContext& context, const QStringList& words)
 {
-    return context.Document() ? RunSaving(context, ID_FILE_SAVE_AS, DialogPlan{{{"Path", words[0]}}, false}) : NoDocument();
+    if (!context.Document())
+        return NoDocument();
+    const std::filesystem::path path(QFile::encodeName(words[0]).toStdString());
+    return RunSaving(context, ID_FILE_SAVE_AS, DialogPlan{{{"Path", words[0]}}, false}, path);
 }
 
 StatementResult Close(CScriptContext& context, const QStringList&)

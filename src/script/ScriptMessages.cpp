@@ -59,8 +59,6 @@ CScriptMessages::CScriptMessages(CMessageSink& inner, Print print)
 
 MessageAnswer CScriptMessages::Message(const std::string& strText, MessageButtons buttons, MessageAnswer nDefault)
 {
-    m_strLast = strText;
-    m_nStatements += buttons == MessageButtons::Ok;
     m_print("message: " + OneLine(strText));
     const MessageAnswer nWanted = std::exchange(m_nAnswer, std::nullopt).value_or(nDefault);
     for (const MessageAnswer nAnswer : {nWanted, Counterpart(nWanted)})

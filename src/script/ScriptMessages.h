@@ -22,16 +22,11 @@ public:
     /// How the next box is answered. OK also presses Yes, and Cancel No, in a box that has no such button; an answer that fits
     /// no button of the box leaves it to its default button.
     void SetAnswer(MessageAnswer nAnswer) { m_nAnswer = nAnswer; }
-    /// The number of boxes so far that asked nothing: each tells of something that went wrong.
-    int Statements() const { return m_nStatements; }
-    const std::string& LastText() const { return m_strLast; }
 
 private:
     CMessageSink& m_inner;
     Print m_print;
     std::optional<MessageAnswer> m_nAnswer;
-    int m_nStatements = 0;
-    std::string m_strLast;
 };
 
 /// A text in one line: line ends as `\n`.
