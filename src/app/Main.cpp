@@ -6,10 +6,7 @@
 #include "base/Messages.h"
 #include "base/Random.h"
 #include "base/StringTable.h"
-#if __has_include("script/ScriptMain.h")
 #include "script/ScriptMain.h"
-#define HAS_SCRIPTS
-#endif
 
 #include <QApplication>
 
@@ -36,10 +33,8 @@ void AfterFirstPaint(QApplication& qtApp, CPaintApp& app, const CPaintCommandLin
 
 int main(int argc, char** argv)
 {
-#ifdef HAS_SCRIPTS
     if (IsScriptRequest(argc, argv))
         return ScriptMain(argc, argv);
-#endif
     QApplication qtApp(argc, argv);
     const CPaintCommandLineInfo info = ParseCommandLine(std::vector<std::string>(argv + 1, argv + argc));
     if (!info.strError.empty() || info.bHelp) {
