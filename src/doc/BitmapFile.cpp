@@ -1,9 +1,30 @@
 #include "base/Files.h"
 #include "base/Log.h"
 #include "doc/Bitmap.h"
+#include "doc/files/CutFile.h"
 #include "doc/files/ImageFile.h"
 
 namespace kestrune {
+
+namespace {
+
+constexpr std::uint64_t c_nMostPaletteBytes = 64 * 1024;
+
+/// A CUT file has its colours in a file of the same name beside it. Without one the picture stays grey.
+void TakePaletteBeside(const std::filesystem::path& path, const Bytes& file, LBitmapBase& bitmap)
+{
+    for (const char* pszExtension : {".pal", ".PAL", ".Pal"}) {
+        std::filesystem::path palette = path;
+        const auto bytes = ReadWholeFile(palette.replace_extension(pszExtension), c_nMostPaletteBytes);
+        LBitmapBase picture;
+        if (bytes && ReadCutWithPalette(file, *bytes, picture) == IMG_SUCCESS) {
+            bitmap.Copy(picture);
+            return;
+        }
+    }
+}
+
+} // namespace
 
 int LBitmapBase::Load()
 {
@@ -16,7 +37,10 @@ int LBitmapBase::Load()
             LogWarning(m_pathFile.string() + ": " + strError);
             return IMG_ERROR_FILE_OPEN;
         }
-        const int nResult = DecodeImage(*bytes, ExtensionOf(m_pathFile), *this);
+        const ImageFormatRow* pRow = nullptr;
+        const int nResult = DecodeImage(*bytes, ExtensionOf(m_pathFile), *this, &pRow);
+        if (nResult == IMG_SUCCESS && pRow->format == ImageFormat::Cut)
+            TakePaletteBeside(m_pathFile, *bytes, *this);
         if (nResult != IMG_SUCCESS)
             LogWarning(m_pathFile.string() + ": " + std::to_string(nResult));
         return nResult;

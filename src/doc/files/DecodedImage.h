@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Profile.h"
 #include "doc/Bitmap.h"
 
 #include <cstdint>
@@ -32,6 +33,9 @@ struct ReadLimits {
 };
 /// The limits in force (settings section "Files": "Max Megapixels").
 ReadLimits& Limits();
+
+/// Takes the limits from the settings.
+void TakeLimits(const CProfile& profile);
 
 /// True when a picture of that size may be made under `limits`.
 bool IsSaneSize(std::int64_t nWidth, std::int64_t nHeight, const ReadLimits& limits);

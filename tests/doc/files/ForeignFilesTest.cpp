@@ -232,6 +232,26 @@ TEST(ForeignFile, CameraOrientationIsApplied)
     }
 }
 
+TEST(ForeignFile, CutTakesItsColoursFromTheFileBeside)
+{
+    const CTestFolder folder;
+    // One row of two pixels, index 1 and 2; then a palette whose entries run to 255.
+    const Bytes cut = {2, 0, 1, 0, 0, 0, 4, 0, 2, 1, 2, 0};
+    Bytes palette = {'A', 'H', 0xE3, 0, 0, 0, 40, 0, 10, 0, 0, 0, 2, 0, 255, 0, 255, 0, 255, 0};
+    palette.resize(40, 0);
+    for (const int n : {0, 0, 0, 255, 0, 0, 0, 0, 255})
+        palette.insert(palette.end(), {static_cast<std::uint8_t>(n), 0});
+    ASSERT_FALSE(WriteFileDurably(folder / "a.cut", cut));
+    LBitmapBase bitmap;
+    bitmap.SetFileName(folder / "a.cut");
+    ASSERT_EQ(bitmap.Load(), IMG_SUCCESS);
+    EXPECT_TRUE(bitmap.IsGrayScale());
+    ASSERT_FALSE(WriteFileDurably(folder / "a.PAL", palette));
+    ASSERT_EQ(bitmap.Load(), IMG_SUCCESS);
+    EXPECT_EQ(bitmap.GetPixelColor(0, 0), Rgb(255, 0, 0));
+    EXPECT_EQ(bitmap.GetPixelColor(1, 0), Rgb(0, 0, 255));
+}
+
 TEST(ForeignFile, ContentTellsTheFormatBeforeTheName)
 {
     const CTestFolder folder;
