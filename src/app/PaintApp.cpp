@@ -6,9 +6,11 @@
 #include "app/MainFrame.h"
 #include "base/Log.h"
 #include "base/StringTable.h"
+#include "doc/files/DecodedImage.h"
 #include "doc/gui/DocumentDialogs.h"
 #include "doc/gui/ExportDialog.h"
 #include "doc/gui/OpenDialog.h"
+#include "doc/gui/SvgReader.h"
 #include "ui/MessageSink.h"
 #include "view/PaintView.h"
 #include "view/Printing.h"
@@ -75,6 +77,8 @@ bool CPaintApp::InitInstance(bool bShow)
 {
     m_preferences.LoadAll(*m_pProfile);
     m_recentFiles.Load(*m_pProfile);
+    TakeLimits(*m_pProfile);
+    RegisterSvgReader();
 
     m_pMainFrame = std::make_unique<CMainFrame>(*this);
     m_pDocumentHost = std::make_unique<CDocumentDialogs>(*m_pProfile, m_pMainFrame.get(),
