@@ -50,6 +50,11 @@ enum CommandId {
     ID_RESET_BOXES = 40002,
     ID_VIEW_BRUSH_LIB_BAR = 40003,
     ID_VIEW_BRUSH_BAR = 40004,
+    ID_COLOR_DEFAULTS = 40010,
+    ID_COLOR_SWAP = 40011,
+    ID_COLOR_FOREGROUND = 40012,
+    ID_COLOR_BACKGROUND = 40013,
+    ID_COLOR_PALETTE = 40014,
 };
 
 /// What the program knows of one command; menus, toolbars, status bar and shortcuts follow from it.

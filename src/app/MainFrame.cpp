@@ -2,6 +2,7 @@
 
 #include "app/Accelerators.h"
 #include "app/ChildFrame.h"
+#include "app/FrameBoxes.h"
 #include "app/FramePlacement.h"
 #include "app/MdiWorkspace.h"
 #include "app/OptionBar.h"
@@ -11,6 +12,7 @@
 #include "base/Messages.h"
 #include "base/StringTable.h"
 #include "ui/Icons.h"
+#include "undo/gui/HistoryBox.h"
 #include "view/PaintView.h"
 
 #include <QAbstractEventDispatcher>
@@ -85,6 +87,7 @@ CMainFrame::CMainFrame(CPaintApp& app)
     CreateStatusBar();
     setCentralWidget(m_pWorkspace);
     m_pBars = std::make_unique<CFrameBars>(*this);
+    m_pBoxes = std::make_unique<CFrameBoxes>(*this, m_app);
     RegisterCommands();
     m_startMenus = m_pCommandUi->MakeMenus(StartMenu(), this);
     for (QMenu* pMenu : m_startMenus)
@@ -221,6 +224,7 @@ void CMainFrame::ChildActivated(CChildFrame* pChild)
     m_pActive = pChild;
     if (m_pActive)
         m_pActive->GetView().OnActivateView(true);
+    m_pBoxes->ShowImage(m_pActive ? m_pActive->GetDocument().m_pImage.get() : nullptr);
     ShowMenuOfState();
     UpdateCommandUi();
 }
@@ -364,6 +368,7 @@ void CMainFrame::UpdateCommandUi()
     for (CChildFrame* pChild : m_children)
         pChild->OnUpdateFrameTitle();
     m_pOptionBar->EnableZoom(m_pActive != nullptr);
+    m_pBoxes->OnIdle();
     if (m_pActive && m_pZoomPane->text().isEmpty())
         ZoomChanged(m_pActive->GetView());
     const QString strDocument = QString::fromStdString(m_app.QueryCommand(PANE_DOCUMENT).strText);
@@ -435,6 +440,17 @@ void CMainFrame::ViewActivated(CPaintView& view, bool bActive)
         return;
     }
     ZoomChanged(view);
+}
+
+void CMainFrame::BeforePress(CPaintView& view)
+{
+    m_pBoxes->ShowImage(view.GetImage());
+}
+
+void CMainFrame::SyncHistoryBox(CPaintView& view, int nMode)
+{
+    if (const CPaintImage* pImage = view.GetImage())
+        m_pBoxes->History().Sync(*pImage, nMode);
 }
 
 void CMainFrame::FilesDropped(const QStringList& files)

@@ -21,6 +21,7 @@ namespace kestrune {
 
 class CAccelerators;
 class CChildFrame;
+class CFrameBoxes;
 class CMdiWorkspace;
 class COptionBar;
 class CPaintApp;
@@ -40,6 +41,7 @@ public:
     COptionBar& OptionBar() const { return *m_pOptionBar; }
     CToolBox& ToolBox() const { return *m_pToolBox; }
     CFrameBars& FrameBars() const { return *m_pBars; }
+    CFrameBoxes& Boxes() const { return *m_pBoxes; }
     CCommandUi& CommandUi() const { return *m_pCommandUi; }
 
     /// Child frames in the order in which they were opened.
@@ -72,6 +74,8 @@ public:
     void PlaceFrame(CPaintView& view, const QRect& rc) override;
     void ViewActivated(CPaintView& view, bool bActive) override;
     void FilesDropped(const QStringList& files) override;
+    void BeforePress(CPaintView& view) override;
+    void SyncHistoryBox(CPaintView& view, int nMode) override;
 
     LBitmapBase m_HoldBitmap; ///< what paste and capture fill before a new picture takes it over
     int m_nHoldBitsPerPixel = 24;
@@ -114,6 +118,7 @@ private:
     CCommandUi* m_pCommandUi = nullptr;
     CAccelerators* m_pAccelerators = nullptr;
     std::unique_ptr<CFrameBars> m_pBars;
+    std::unique_ptr<CFrameBoxes> m_pBoxes;
     QLabel* m_pMousePane = nullptr;
     QLabel* m_pZoomPane = nullptr;
     QLabel* m_pDocumentPane = nullptr;

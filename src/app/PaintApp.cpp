@@ -12,6 +12,8 @@
 #include "doc/gui/OpenDialog.h"
 #include "doc/gui/SvgReader.h"
 #include "ui/MessageSink.h"
+#include "undo/UndoKinds.h"
+#include "undo/UndoStack.h"
 #include "view/PaintView.h"
 #include "view/Printing.h"
 
@@ -76,6 +78,7 @@ CPaintApp::~CPaintApp()
 bool CPaintApp::InitInstance(bool bShow)
 {
     m_preferences.LoadAll(*m_pProfile);
+    SetHistoryLimit(m_preferences.Int("General", "History"));
     m_recentFiles.Load(*m_pProfile);
     TakeLimits(*m_pProfile);
     RegisterSvgReader();
@@ -183,6 +186,7 @@ CPaintDoc* CPaintApp::OpenDocumentFile(const std::filesystem::path& path)
         if (!pDoc->OnOpenDocument(canonical))
             return;
         pDoc->SetPathName(canonical);
+        RecordFirstState(*pDoc->m_pImage, UNDO_LOADED);
         pResult = ShowDocument(std::move(pDoc));
     });
     QApplication::restoreOverrideCursor();
@@ -203,6 +207,7 @@ CPaintDoc* CPaintApp::NewDocument(const DocumentBirth& birth)
             return;
         if (pDoc->GetTitle().empty())
             pDoc->SetTitle(std::string(StringText(IDS_NEW_DOCUMENT)) + " " + std::to_string(++m_nNewDocuments));
+        RecordFirstState(*pDoc->m_pImage, UNDO_NEW);
         pResult = ShowDocument(std::move(pDoc));
     });
     return pResult;

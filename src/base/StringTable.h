@@ -154,5 +154,22 @@ inline constexpr int IDS_COLOR_DEFAULTS = 60616;
 inline constexpr int IDS_NUMBER_MORE = 60617;
 inline constexpr int IDS_NUMBER_LESS = 60618;
 inline constexpr int IDS_NUMBER_SLIDER = 60619;
+// History box, colour box and the table of sixteen colours
+inline constexpr int IDS_HISTORY_NAME = 60620;
+inline constexpr int IDS_HISTORY_UNDONE = 60621;
+inline constexpr int IDS_BOX_MENU = 60622;
+inline constexpr int IDS_PALETTE_TITLE = 60623;
+inline constexpr int IDS_PALETTE_COUNT = 60624;
+inline constexpr int IDS_PALETTE_COUNT_TIP = 60625;
+inline constexpr int IDS_PALETTE_STRIP = 60626;
+inline constexpr int IDS_PALETTE_STRIP_TIP = 60627;
+inline constexpr int IDS_PALETTE_BAND = 60628;
+inline constexpr int IDS_PALETTE_OPEN = 60629;
+inline constexpr int IDS_PALETTE_OPEN_TIP = 60630;
+inline constexpr int IDS_PALETTE_SAVE = 60631;
+inline constexpr int IDS_PALETTE_SAVE_TIP = 60632;
+inline constexpr int IDS_PALETTE_FILTER = 60633;
+inline constexpr int IDS_COLOR_ACTIVE_FOREGROUND = 60634;
+inline constexpr int IDS_COLOR_ACTIVE_BACKGROUND = 60635;
 
 } // namespace kestrune

@@ -5,7 +5,6 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QWheelEvent>
 
 #include <algorithm>
 #include <cstdlib>
@@ -97,11 +96,15 @@ void CHandleSlider::mouseReleaseEvent(QMouseEvent*)
     m_bDragging = false;
 }
 
-void CHandleSlider::mouseDoubleClickEvent(QMouseEvent*)
+void CHandleSlider::mouseDoubleClickEvent(QMouseEvent* pEvent)
 {
+    if (pEvent->button() != Qt::LeftButton)
+        return;
+    const std::vector<int> before = m_aValues;
     ResetHandles();
     update();
-    Q_EMIT HandleMoved(m_iCurrent);
+    if (before != m_aValues)
+        Q_EMIT HandleMoved(m_iCurrent);
 }
 
 void CHandleSlider::keyPressEvent(QKeyEvent* pEvent)
@@ -136,7 +139,7 @@ void CHandleSlider::keyPressEvent(QKeyEvent* pEvent)
 void CHandleSlider::wheelEvent(QWheelEvent* pEvent)
 {
     const int iHandle = HandleAt(pEvent->position().toPoint().x());
-    MoveByHand(iHandle, GetHandle(iHandle) + (pEvent->angleDelta().y() > 0 ? 1 : -1));
+    MoveByHand(iHandle, GetHandle(iHandle) + m_wheel.Take(*pEvent));
     pEvent->accept();
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/WheelSteps.h"
+
 #include <QColor>
 #include <QWidget>
 
@@ -56,6 +58,7 @@ private:
     std::vector<QColor> m_aFills;
     int m_iCurrent = 0; ///< the handle that keys move
     bool m_bDragging = false;
+    CWheelSteps m_wheel;
 };
 
 } // namespace kestrune

@@ -5,7 +5,6 @@
 
 #include <QKeyEvent>
 #include <QTimer>
-#include <QWheelEvent>
 
 #include <algorithm>
 
@@ -13,7 +12,6 @@ namespace kestrune {
 
 namespace {
 
-constexpr int c_nWheelStep = 120; // eighths of a degree in one notch
 constexpr const char* c_aFormats[] = {"%.0f", "%.1f", "%.2f", "%.3f"};
 
 bool LooksLikeSum(const std::string& strText)
@@ -115,6 +113,8 @@ void CNumEdit::Commit()
 
 void CNumEdit::StepBy(int nSteps)
 {
+    if (nSteps == 0 || isReadOnly())
+        return;
     const float fOld = GetValue();
     SetValue(std::clamp(fOld + static_cast<float>(nSteps) * m_fDelta, m_fMinValue, m_fMaxValue));
     if (GetValue() != fOld)
@@ -145,9 +145,7 @@ void CNumEdit::wheelEvent(QWheelEvent* pEvent)
         pEvent->ignore();
         return;
     }
-    m_nWheelRest += pEvent->angleDelta().y();
-    StepBy(m_nWheelRest / c_nWheelStep);
-    m_nWheelRest %= c_nWheelStep;
+    StepBy(m_wheel.Take(*pEvent));
     pEvent->accept();
 }
 

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "ui/NumText.h"
+#include "ui/WheelSteps.h"
 
 #include <QLineEdit>
 
 #include <limits>
+#include <optional>
 
 namespace kestrune {
 
@@ -28,6 +30,9 @@ public:
     /// The step of wheel, arrow keys and spin control.
     void SetDelta(float fDelta) { m_fDelta = fDelta; }
     float GetDelta() const { return m_fDelta; }
+    /// Where a double click on the box's slider goes; the value at its opening when none is set.
+    void SetDefault(float fDefault) { m_fDefault = fDefault; }
+    std::optional<float> GetDefault() const { return m_fDefault; }
     /// Whether bad input shows a message.
     void SetVerbose(bool bVerbose) { m_bVerbose = bVerbose; }
 
@@ -61,7 +66,8 @@ private:
     float m_fDelta = 1.0f;
     float m_fMinValue = std::numeric_limits<float>::lowest();
     float m_fMaxValue = std::numeric_limits<float>::max();
-    int m_nWheelRest = 0; ///< eighths of a degree that have not made a step yet
+    std::optional<float> m_fDefault;
+    CWheelSteps m_wheel;
 };
 
 } // namespace kestrune

@@ -114,6 +114,13 @@ int ReadNumber(const std::string& strText, float& fValue)
     fValue = 0;
     if (strText == "+" || strText == "-")
         return NUM_UNDER_WAY;
+    // The library's own reading also takes names such as "nan" and hexadecimal digits; nobody types those.
+    if (strText.find_first_not_of(" +-.0123456789eE") != std::string::npos) {
+        std::sscanf(strText.c_str(), "%f", &fValue);
+        if (!std::isfinite(fValue))
+            fValue = 0;
+        return NUM_NOT_A_NUMBER;
+    }
     char szRest[2];
     return std::sscanf(strText.c_str(), "%f%1s", &fValue, szRest) == 1 ? NUM_OK : NUM_NOT_A_NUMBER;
 }

@@ -37,7 +37,7 @@ CPopup::CPopup(CNumEdit* pEdit, QWidget* pParent)
     pLayout->addWidget(m_pSlider);
     m_pSlider->SetRange(ToSlider(*pEdit, pEdit->GetMin()), ToSlider(*pEdit, pEdit->GetMax()));
     m_pSlider->SetPos(ToSlider(*pEdit, pEdit->GetValue()));
-    m_pSlider->SetDefault(m_pSlider->GetPos());
+    m_pSlider->SetDefault(ToSlider(*pEdit, pEdit->GetDefault().value_or(pEdit->GetValue())));
     m_pSlider->setAccessibleName(pEdit->accessibleName());
     connect(m_pSlider, &CPopupSlider::Moved, this, [this](int nPos, int) {
         m_pEdit->SetValue(static_cast<float>(nPos) * m_pEdit->GetDelta());
@@ -45,22 +45,41 @@ CPopup::CPopup(CNumEdit* pEdit, QWidget* pParent)
     });
 }
 
-void CPopup::Open(bool bFollow)
+void CPopup::Place(int x)
 {
-    adjustSize();
     const QRect rcScreen = m_pEdit->screen()->availableGeometry();
-    QPoint pt = m_pEdit->mapToGlobal(QPoint(0, m_pEdit->height() + 1));
-    if (pt.y() + height() > rcScreen.bottom())
-        pt = m_pEdit->mapToGlobal(QPoint(0, -height() - 1));
-    pt.setX(std::clamp(pt.x(), rcScreen.left(), std::max(rcScreen.left(), rcScreen.right() - width())));
-    move(pt);
+    int y = m_pEdit->mapToGlobal(QPoint(0, m_pEdit->height() + 1)).y();
+    if (y + height() > rcScreen.bottom())
+        y = m_pEdit->mapToGlobal(QPoint(0, -height() - 1)).y();
+    move(std::clamp(x, rcScreen.left(), std::max(rcScreen.left(), rcScreen.right() - width())), y);
     show();
     m_pSlider->setFocus(Qt::PopupFocusReason);
-    if (bFollow) {
-        m_pSlider->BeginTracking();
-        m_pSlider->grabMouse();
-        connect(m_pSlider, &CPopupSlider::Released, m_pSlider, &QWidget::releaseMouse);
-    }
+}
+
+void CPopup::Open()
+{
+    adjustSize();
+    Place(m_pEdit->mapToGlobal(QPoint(0, 0)).x());
+}
+
+void CPopup::OpenAt(QPoint ptScreen)
+{
+    adjustSize();
+    layout()->activate(); // the slider's place in the frame is needed now
+    Place(ptScreen.x() - m_pSlider->x() - m_pSlider->ThumbX());
+    m_nPosAtPress = m_pSlider->GetPos();
+    // Where the screen's edge has held the popup back the thumb is taken beside its middle.
+    m_pSlider->BeginTracking(m_pSlider->mapFromGlobal(ptScreen).x());
+    m_pSlider->grabMouse();
+    connect(m_pSlider, &CPopupSlider::Released, this, &CPopup::OnReleased, Qt::SingleShotConnection);
+}
+
+/// A plain click leaves the popup open for a second press; a drag is done with it.
+void CPopup::OnReleased()
+{
+    m_pSlider->releaseMouse();
+    if (m_pSlider->GetPos() != m_nPosAtPress)
+        close();
 }
 
 void CPopup::keyPressEvent(QKeyEvent* pEvent)
@@ -85,15 +104,15 @@ CPopupArrow::CPopupArrow(CNumEdit* pEdit, QWidget* pParent)
     pEdit->installEventFilter(this);
 }
 
-void CPopupArrow::OpenPopup(bool bFollow)
+void CPopupArrow::OpenPopup()
 {
-    (new CPopup(m_pEdit, m_pEdit->window()))->Open(bFollow);
+    (new CPopup(m_pEdit, m_pEdit->window()))->Open();
 }
 
 void CPopupArrow::mousePressEvent(QMouseEvent* pEvent)
 {
     if (pEvent->button() == Qt::LeftButton)
-        OpenPopup(true);
+        (new CPopup(m_pEdit, m_pEdit->window()))->OpenAt(pEvent->globalPosition().toPoint());
 }
 
 bool CPopupArrow::eventFilter(QObject* pObject, QEvent* pEvent)
@@ -101,7 +120,7 @@ bool CPopupArrow::eventFilter(QObject* pObject, QEvent* pEvent)
     if (pObject == m_pEdit && pEvent->type() == QEvent::KeyPress) {
         const auto* pKey = static_cast<QKeyEvent*>(pEvent);
         if (pKey->key() == Qt::Key_Down && pKey->modifiers() & Qt::AltModifier) {
-            OpenPopup(false);
+            OpenPopup();
             return true;
         }
     }

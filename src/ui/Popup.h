@@ -19,15 +19,21 @@ public:
     CPopup(CNumEdit* pEdit, QWidget* pParent = nullptr);
 
     CPopupSlider& Slider() { return *m_pSlider; }
-    /// Opens beside the box (below it, or above where the screen ends). `bFollow` when a held button opened it.
-    void Open(bool bFollow);
+    /// Opens beside the box (below it, or above where the screen ends).
+    void Open();
+    /// The same while a button is held at that point of the screen: the thumb lies under the pointer and follows it.
+    void OpenAt(QPoint ptScreen);
 
 protected:
     void keyPressEvent(QKeyEvent* pEvent) override;
 
 private:
+    void Place(int x);
+    void OnReleased();
+
     CNumEdit* m_pEdit;
     CPopupSlider* m_pSlider;
+    int m_nPosAtPress = 0;
 };
 
 /// The small arrow beside a number box that drops its slider. Alt+Down in the box does the same.
@@ -36,8 +42,8 @@ class CPopupArrow : public QToolButton {
 public:
     explicit CPopupArrow(CNumEdit* pEdit, QWidget* pParent = nullptr);
 
-    /// Opens the popup; `bFollow` when a held button opens it.
-    void OpenPopup(bool bFollow);
+    /// Opens the popup as the keyboard does.
+    void OpenPopup();
 
 protected:
     void mousePressEvent(QMouseEvent* pEvent) override;

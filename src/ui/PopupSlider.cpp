@@ -5,9 +5,9 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QWheelEvent>
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace kestrune {
 
@@ -42,9 +42,10 @@ void CPopupSlider::SetPos(int nPos)
     update();
 }
 
-void CPopupSlider::BeginTracking()
+void CPopupSlider::BeginTracking(int x)
 {
     m_bTracking = true;
+    m_nGrab = x - ThumbX();
     setMouseTracking(true);
 }
 
@@ -83,14 +84,19 @@ void CPopupSlider::mousePressEvent(QMouseEvent* pEvent)
     if (pEvent->button() != Qt::LeftButton)
         return;
     m_bTracking = true;
-    MoveByHand(PosAt(pEvent->position().toPoint().x()), SLIDER_TRACK);
+    // A thumb that is taken beside its middle must not jump; a press elsewhere brings it there.
+    const int x = pEvent->position().toPoint().x();
+    m_nGrab = std::abs(x - ThumbX()) <= c_nMargin ? x - ThumbX() : 0;
+    if (x - m_nGrab != ThumbX())
+        MoveByHand(PosAt(x), SLIDER_TRACK);
     update();
 }
 
 void CPopupSlider::mouseMoveEvent(QMouseEvent* pEvent)
 {
-    if (m_bTracking)
-        MoveByHand(PosAt(pEvent->position().toPoint().x()), SLIDER_TRACK);
+    const int x = pEvent->position().toPoint().x() - m_nGrab;
+    if (m_bTracking && x != ThumbX()) // a position that lies between two pixels stays until the pointer moves
+        MoveByHand(PosAt(x), SLIDER_TRACK);
 }
 
 void CPopupSlider::mouseReleaseEvent(QMouseEvent*)
@@ -102,9 +108,10 @@ void CPopupSlider::mouseReleaseEvent(QMouseEvent*)
     Q_EMIT Released();
 }
 
-void CPopupSlider::mouseDoubleClickEvent(QMouseEvent*)
+void CPopupSlider::mouseDoubleClickEvent(QMouseEvent* pEvent)
 {
-    MoveByHand(m_nDefault, SLIDER_TRACK);
+    if (pEvent->button() == Qt::LeftButton)
+        MoveByHand(m_nDefault, SLIDER_TRACK);
 }
 
 void CPopupSlider::keyPressEvent(QKeyEvent* pEvent)
@@ -131,8 +138,8 @@ void CPopupSlider::keyPressEvent(QKeyEvent* pEvent)
 
 void CPopupSlider::wheelEvent(QWheelEvent* pEvent)
 {
-    const bool bUp = pEvent->angleDelta().y() > 0;
-    MoveByHand(m_nPos + (bUp ? m_nLine : -m_nLine), bUp ? SLIDER_LINE_UP : SLIDER_LINE_DOWN);
+    const int nSteps = m_wheel.Take(*pEvent);
+    MoveByHand(m_nPos + nSteps * m_nLine, nSteps > 0 ? SLIDER_LINE_UP : SLIDER_LINE_DOWN);
     pEvent->accept();
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/WheelSteps.h"
+
 #include <QWidget>
 
 namespace kestrune {
@@ -31,8 +33,10 @@ public:
     int GetMax() const { return m_nMax; }
     /// Where a double click goes.
     void SetDefault(int nDefault) { m_nDefault = nDefault; }
-    /// Follows the pointer from now on as if the thumb had been pressed, until the button goes up.
-    void BeginTracking();
+    /// Follows the pointer from now on as if the thumb had been pressed at `x`, until the button goes up.
+    void BeginTracking(int x);
+    /// Where the thumb's middle is.
+    int ThumbX() const;
 
     QSize sizeHint() const override { return {160, 22}; }
 
@@ -52,7 +56,6 @@ protected:
     void wheelEvent(QWheelEvent* pEvent) override;
 
 private:
-    int ThumbX() const;
     int PosAt(int x) const;
     void MoveByHand(int nPos, int nCode);
 
@@ -63,6 +66,8 @@ private:
     int m_nPage = 10;
     int m_nDefault = 0;
     bool m_bTracking = false;
+    int m_nGrab = 0; ///< from the thumb's middle to where it is held
+    CWheelSteps m_wheel;
 };
 
 } // namespace kestrune

@@ -4,6 +4,7 @@
 #include "ui/Icons.h"
 #include "ui/Theme.h"
 
+#include <QContextMenuEvent>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -60,21 +61,28 @@ public:
         pTitle->setFont(font);
         pLayout->addWidget(pTitle, 1);
 
-        auto* pClose = new QToolButton(this);
-        pClose->setAutoRaise(true);
-        pClose->setFixedSize(16, 16);
-        pClose->setIcon(LoadIcon(QStringLiteral("widgets/close")));
-        pClose->setIconSize({12, 12});
+        QToolButton* pClose = AddButton("widgets/close", IDS_BOX_CLOSE);
         pClose->setFocusPolicy(Qt::NoFocus);
-        const QString strClose = QString::fromUtf8(StringText(IDS_BOX_CLOSE));
-        pClose->setToolTip(strClose);
-        pClose->setAccessibleName(pBar->windowTitle() + u' ' + strClose);
         connect(pClose, &QToolButton::clicked, pBar, &QWidget::close);
-        pLayout->addWidget(pClose);
         setFixedHeight(c_nGripperHeight);
     }
 
+    void AddMenu(std::function<void(QPoint)> show)
+    {
+        m_showMenu = std::move(show);
+        QToolButton* pMenu = AddButton("widgets/menu", IDS_BOX_MENU);
+        pMenu->setFocusPolicy(Qt::TabFocus);
+        connect(pMenu, &QToolButton::clicked, this, [this, pMenu] { m_showMenu(pMenu->mapToGlobal(pMenu->rect().bottomLeft())); });
+    }
+
 protected:
+    void contextMenuEvent(QContextMenuEvent* pEvent) override
+    {
+        if (m_showMenu)
+            m_showMenu(pEvent->globalPos());
+        else
+            pEvent->ignore();
+    }
     void paintEvent(QPaintEvent*) override
     {
         QPainter painter(this);
@@ -82,6 +90,24 @@ protected:
         painter.setPen(ThemeLine());
         painter.drawLine(0, height() - 1, width(), height() - 1);
     }
+
+private:
+    /// Behind the title, before the buttons that stand there.
+    QToolButton* AddButton(const char* pszIcon, int nTextId)
+    {
+        auto* pButton = new QToolButton(this);
+        pButton->setAutoRaise(true);
+        pButton->setFixedSize(16, 16);
+        pButton->setIcon(LoadIcon(QString::fromLatin1(pszIcon)));
+        pButton->setIconSize({12, 12});
+        const QString strText = QString::fromUtf8(StringText(nTextId));
+        pButton->setToolTip(strText);
+        pButton->setAccessibleName(parentWidget()->windowTitle() + u' ' + strText);
+        static_cast<QHBoxLayout*>(layout())->insertWidget(1, pButton);
+        return pButton;
+    }
+
+    std::function<void(QPoint)> m_showMenu;
 };
 
 } // namespace
@@ -104,6 +130,12 @@ CSizingControlBar::CSizingControlBar(int nBarId, const QString& strTitle, QSize 
 void CSizingControlBar::SetContents(QWidget* pContents)
 {
     widget()->layout()->addWidget(pContents);
+}
+
+void CSizingControlBar::SetMenu(std::function<void(QPoint)> show)
+{
+    if (auto* pGripper = dynamic_cast<CGripper*>(titleBarWidget()))
+        pGripper->AddMenu(std::move(show));
 }
 
 std::string CSizingControlBar::ProfileSection() const

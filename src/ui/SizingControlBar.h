@@ -5,6 +5,7 @@
 #include <QDockWidget>
 
 #include <array>
+#include <functional>
 #include <string>
 
 namespace kestrune {
@@ -20,6 +21,8 @@ public:
 
     /// Puts the box's contents in; the bar owns it.
     void SetContents(QWidget* pContents);
+    /// Gives the title a menu button; `show` opens the menu at a point of the screen. A right click on the title does too.
+    void SetMenu(std::function<void(QPoint)> show);
 
     /// The six sizes, in a section of the bar's own.
     void LoadState(const CProfile& profile);

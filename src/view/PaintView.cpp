@@ -1,6 +1,7 @@
 #include "view/PaintView.h"
 
 #include "tools/ToolCommands.h"
+#include "undo/UndoStack.h"
 #include "view/DocumentViews.h"
 #include "view/Printing.h"
 #include "view/ZoomLadder.h"
@@ -69,6 +70,10 @@ void CPaintView::RegisterCommands()
     add(30064, [this] { OnZoomOut(); });
     add(30065, [this] { OnZoomFit(); });
     add(30066, [this] { SetZoom(1); });
+    OnCommandId(57643, [this] { UndoCommand(*GetImage()); },
+                [this](CommandState& state) { state.bEnabled = GetImage() && CanUndo(*GetImage()); });
+    OnCommandId(57644, [this] { RedoCommand(*GetImage()); },
+                [this](CommandState& state) { state.bEnabled = GetImage() && CanRedo(*GetImage()); });
     add(57605, [this] { RunPageSetup(this); });
     add(57607, [this] { RunPrint(*this); });
     add(57609, [this] { RunPrintPreview(*this); });

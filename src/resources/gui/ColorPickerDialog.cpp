@@ -120,6 +120,7 @@ QWidget* CColorPickerDialog::BuildComponents()
         auto* pSlider = m_aSliders[i] = new CPopupSlider(pPanel);
         auto* pEdit = m_aEdits[i] = new CNumEdit(pPanel);
         pSlider->SetRange(0, c_aPickerMax[i]);
+        pSlider->SetDefault(m_color.Get(component));
         pEdit->SetRange(0, static_cast<float>(c_aPickerMax[i]));
         pEdit->SetUnit(c_aComponents[i].nUnit);
         pEdit->setFixedWidth(64);

@@ -1,10 +1,8 @@
 #pragma once
 
-#include "base/Color.h"
+#include "resources/SwatchTable.h"
 
 #include <QAbstractScrollArea>
-
-#include <array>
 
 namespace kestrune {
 
@@ -15,9 +13,9 @@ namespace kestrune {
 class CColorWnd : public QAbstractScrollArea {
     Q_OBJECT
 public:
-    static constexpr int c_nColors = 257;
+    static constexpr int c_nColors = c_nSwatches;
     static constexpr int c_nCell = 14;
-    using Colors = std::array<COLORREF, c_nColors>;
+    using Colors = SwatchColors;
 
     explicit CColorWnd(QWidget* pParent = nullptr);
 

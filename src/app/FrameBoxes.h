@@ -1,0 +1,33 @@
+#pragma once
+
+namespace kestrune {
+
+class CColorBar;
+class CHistoryBox;
+class CMainFrame;
+class CPaintApp;
+class CPaintImage;
+
+/// What stands inside the main frame's boxes, and how it hears of the active picture.
+class CFrameBoxes {
+public:
+    /// Builds the contents of the boxes and registers their commands with the frame, whose bars must stand.
+    CFrameBoxes(CMainFrame& frame, CPaintApp& app);
+
+    CHistoryBox& History() const { return *m_pHistory; }
+    CColorBar& Colors() const { return *m_pColors; }
+
+    /// Another picture is active; null when there is none. The old one may be gone already.
+    void ShowImage(CPaintImage* pImage);
+    /// Colours that a tool has picked are shown; called when the program is idle.
+    void OnIdle();
+
+private:
+    void RegisterCommands();
+
+    CMainFrame& m_frame;
+    CHistoryBox* m_pHistory;
+    CColorBar* m_pColors;
+};
+
+} // namespace kestrune
