@@ -13,7 +13,7 @@ public:
     {
         const QPoint delta = event.angleDelta();
         const int nTurn = delta.y() != 0 ? delta.y() : delta.x(); // with Alt held the wheel turns sideways
-        if (nTurn > 0 != m_nRest > 0)
+        if ((nTurn > 0) != (m_nRest > 0))
             m_nRest = 0;
         m_nRest += nTurn;
         const int nSteps = m_nRest / c_nNotch;
