@@ -199,6 +199,7 @@ ANCHORS = ("e", "se", "s", "sw", "w", "nw", "n", "ne")
 
 WIDGETS = {
     "close": s("M4 4L12 12", "M12 4L4 12"),
+    "menu": s("M3.5 4.5H12.5", "M3.5 8H12.5", "M3.5 11.5H12.5"),
     "minimize": s("M4 11H12"),
     "maximize": s("M4 4H12V12H4Z"),
     "restore": s("M3 6H10V13H3Z", "M6 6V3H13V10H10"),

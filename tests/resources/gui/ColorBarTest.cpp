@@ -89,7 +89,8 @@ TEST_F(Boxes, SwatchFileIsReadAtTheFirstShowing)
 {
     QByteArray bytes;
     for (int i = 0; i < 257; i++)
-        bytes += QByteArray({static_cast<char>(i), static_cast<char>(i / 2), 3, 77}); // the fourth byte is spare
+        for (const int nByte : {i, i / 2, 3, 77}) // the fourth byte is spare
+            bytes += static_cast<char>(nByte);
     const QString strGood = Write("good.pal", bytes);
     EXPECT_EQ(Shown(strGood)[200], Rgb(200, 100, 3));
     EXPECT_EQ(Shown(strGood)[256], Rgb(0, 128, 3)) << "the last of 257 is a colour like any other";
