@@ -138,7 +138,7 @@ StatementResult PrintTitle(CScriptContext& context, const QStringList&)
 constexpr StatementRow c_aItems[] = {
     {"size", 0, 0, PrintSize},       {"mode", 0, 0, PrintMode},   {"depth", 0, 0, PrintDepth},
     {"colors", 0, 0, PrintColors},   {"pixel", 2, 2, PrintPixel}, {"bounds", 0, 0, nullptr},
-    {"boundary", 0, 0, nullptr},     {"float", 0, 0, nullptr},    {"history", 0, 0, nullptr},
+    {"boundary", 0, 0, nullptr},     {"float", 0, 0, nullptr},    {"history", 0, 0, PrintHistory},
     {"command", 1, 1, PrintCommand}, {"tool", 0, 0, PrintTool},   {"setting", 2, 2, PrintSetting},
     {"title", 0, 0, PrintTitle},
 };

@@ -72,6 +72,13 @@ StatementResult KeyUp(CScriptContext& context, const QStringList& words);
 StatementResult Wait(CScriptContext& context, const QStringList& words);
 StatementResult Zoom(CScriptContext& context, const QStringList& words);
 
+StatementResult Foreground(CScriptContext& context, const QStringList& words);
+StatementResult Background(CScriptContext& context, const QStringList& words);
+StatementResult Undo(CScriptContext& context, const QStringList& words);
+StatementResult Redo(CScriptContext& context, const QStringList& words);
+StatementResult History(CScriptContext& context, const QStringList& words);
+StatementResult PrintHistory(CScriptContext& context, const QStringList& words);
+
 StatementResult Dump(CScriptContext& context, const QStringList& words);
 StatementResult Print(CScriptContext& context, const QStringList& words);
 StatementResult Screenshot(CScriptContext& context, const QStringList& words);

@@ -3,9 +3,14 @@
 #include "app/ChildFrame.h"
 #include "app/CommandTable.h"
 #include "app/FrameBars.h"
+#include "app/FrameBoxes.h"
 #include "app/MainFrame.h"
 #include "app/OptionBar.h"
+#include "undo/gui/HistoryBox.h"
+#include "undo/gui/HistoryModel.h"
 
+#include <QApplication>
+#include <QMouseEvent>
 #include <QStatusBar>
 
 namespace kestrune {
@@ -53,6 +58,34 @@ QImage GrabBox(CPaintApp& app, int nBarId)
     else if (nBarId == ID_VIEW_STATUS_BAR)
         pBox = frame.statusBar();
     return pBox ? pBox->grab().toImage() : QImage();
+}
+
+bool ClickHistoryRow(CPaintApp& app, int nRow)
+{
+    CHistoryBox& box = app.MainFrame().Boxes().History();
+    const QModelIndex index = box.model()->index(nRow, 0);
+    if (!index.isValid())
+        return false;
+    box.scrollTo(index);
+    const QPointF pt = QRectF(box.visualRect(index)).center(), ptScreen = box.viewport()->mapToGlobal(pt);
+    for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+        const bool bDown = type == QEvent::MouseButtonPress;
+        QMouseEvent event(type, pt, ptScreen, Qt::LeftButton, bDown ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
+        QApplication::sendEvent(box.viewport(), &event);
+    }
+    return box.CurrentRow() == nRow;
+}
+
+QStringList HistoryTexts(CPaintApp& app)
+{
+    const CHistoryBox& box = app.MainFrame().Boxes().History();
+    QStringList rows;
+    for (int i = 0; i < box.model()->rowCount(); i++) {
+        const QModelIndex index = box.model()->index(i, 0);
+        const bool bUndone = index.data(CHistoryModel::ROLE_UNDONE).toBool();
+        rows << (i == box.CurrentRow() ? u"* " : bUndone ? u"- " : u"  ") + index.data().toString();
+    }
+    return rows;
 }
 
 bool IsFrameOpen(CPaintApp& app)

@@ -3,6 +3,7 @@
 #include "app/PaintApp.h"
 
 #include <QImage>
+#include <QStringList>
 
 namespace kestrune {
 
@@ -19,6 +20,11 @@ void TypeZoom(CPaintApp& app, float fZoom);
 /// The main frame, or the box of that bar id, as a picture; null when there is no such box.
 QImage GrabFrame(CPaintApp& app);
 QImage GrabBox(CPaintApp& app, int nBarId);
+/// Clicks on a row of the history box. False when it has no such row.
+bool ClickHistoryRow(CPaintApp& app, int nRow);
+/// The rows of the history box, oldest first: `*` for the current one, `-` for one that redo would bring back, else a blank;
+/// a blank; the row's text.
+QStringList HistoryTexts(CPaintApp& app);
 /// Closes every document without a question, as the end of a script does.
 void DropDocuments(CPaintApp& app);
 /// True while the main frame is open.

@@ -2,6 +2,7 @@
 
 #include "base/StringTable.h"
 #include "ui/DialogRows.h"
+#include "ui/NumEdit.h"
 
 #include <QAbstractButton>
 #include <QAbstractSlider>
@@ -50,6 +51,23 @@ Error TypeInto(QLineEdit& edit, const QString& strValue)
         return Refused(strValue);
     Q_EMIT edit.editingFinished();
     return {};
+}
+
+Error TypeInto(CNumEdit& edit, const QString& strValue)
+{
+    if (edit.isReadOnly())
+        return Refused(strValue);
+    const QString strBefore = edit.text();
+    edit.selectAll();
+    edit.insert(strValue);
+    Q_EMIT edit.editingFinished(); // leaving the box works out a sum
+    const int nCode = edit.Verify();
+    if (nCode == NUM_OK)
+        return {};
+    edit.setText(strBefore);
+    if (nCode == NUM_OUT_OF_RANGE)
+        return QStringLiteral("%1 is not in %2 to %3").arg(strValue).arg(edit.GetMin()).arg(edit.GetMax());
+    return QStringLiteral("\"%1\" is no number").arg(strValue);
 }
 
 Error Choose(QComboBox& combo, const QString& strValue)
@@ -111,6 +129,8 @@ Error PutInto(QObject& control, const QString& strValue)
         return QStringLiteral("the control is disabled");
     if (auto* pBox = qobject_cast<QAbstractSpinBox*>(&control))
         return TypeInto(*pBox, strValue);
+    if (auto* pNumber = qobject_cast<CNumEdit*>(&control))
+        return TypeInto(*pNumber, strValue);
     if (auto* pEdit = qobject_cast<QLineEdit*>(&control))
         return TypeInto(*pEdit, strValue);
     if (auto* pCombo = qobject_cast<QComboBox*>(&control))
@@ -142,6 +162,21 @@ int CPaintDialog::DoModal()
     if (const Driver driver = TheDriver()) // a copy: the driver may be replaced while it runs
         return driver(*this);
     return exec();
+}
+
+void CPaintDialog::accept()
+{
+    for (CNumEdit* pEdit : findChildren<CNumEdit*>()) {
+        if (!pEdit->isEnabled())
+            continue;
+        Q_EMIT pEdit->editingFinished();
+        if (pEdit->VerifyAloud() == NUM_OK)
+            continue;
+        pEdit->setFocus();
+        pEdit->selectAll();
+        return;
+    }
+    QDialog::accept();
 }
 
 std::optional<QString> CPaintDialog::SetKey(const QString& strKey, const QString& strValue)

@@ -21,8 +21,11 @@ public:
     /// Runs the dialog: QDialog::Accepted or Rejected. With a driver installed the driver fills in and answers, no window shows.
     int DoModal();
 
+    /// OK. The dialog stays, after a message, while one of its number boxes holds no number or one out of range.
+    void accept() override;
+
     /// Puts a value into the control of that key as if typed. An error text when the key is unknown or the control refuses it.
-    /// Spin boxes, line edits, combo boxes (by index), check boxes (0, 1), radio groups (by id) and sliders are understood;
+    /// Number boxes (a sum is worked out), spin boxes, line edits, combo boxes (by index), check boxes (0, 1), radio groups (by id) and sliders are understood;
     /// a dialog with a graph overrides it for its own keys. A combo box also takes the data or the text of one of its rows.
     virtual std::optional<QString> SetKey(const QString& strKey, const QString& strValue);
 

@@ -1,5 +1,8 @@
 #include "ui/DialogRows.h"
 
+#include "ui/NumEdit.h"
+#include "ui/NumSpinCtrl.h"
+
 #include <QRegularExpression>
 
 namespace kestrune {
@@ -27,17 +30,33 @@ CDialogRows::CDialogRows(QWidget* pParent)
     setColumnStretch(COLUMN_CONTROL, 1);
 }
 
-void CDialogRows::AddRow(const QString& strLabel, QWidget* pControl, const QString& strTip, QWidget* pAfter)
+void CDialogRows::AddLabel(int nRow, const QString& strLabel, QWidget* pControl, const QString& strTip)
 {
-    const int nRow = rowCount();
     auto* pLabel = new QLabel(strLabel);
     pLabel->setBuddy(pControl);
     pControl->setAccessibleName(PlainLabel(strLabel));
     pControl->setToolTip(strTip);
     addWidget(pLabel, nRow, COLUMN_LABEL, Qt::AlignLeft | Qt::AlignVCenter);
+}
+
+void CDialogRows::AddRow(const QString& strLabel, QWidget* pControl, const QString& strTip, QWidget* pAfter)
+{
+    const int nRow = rowCount();
+    AddLabel(nRow, strLabel, pControl, strTip);
     addWidget(pControl, nRow, COLUMN_CONTROL);
     if (pAfter)
         addWidget(pAfter, nRow, COLUMN_AFTER, Qt::AlignLeft | Qt::AlignVCenter);
+}
+
+void CDialogRows::AddNumber(const QString& strLabel, CNumEdit* pEdit, const QString& strTip)
+{
+    const int nRow = rowCount();
+    AddLabel(nRow, strLabel, pEdit, strTip);
+    auto* pPair = new QHBoxLayout;
+    pPair->setSpacing(0);
+    pPair->addWidget(pEdit, 1);
+    pPair->addWidget(new CNumSpinCtrl(pEdit));
+    addLayout(pPair, nRow, COLUMN_CONTROL);
 }
 
 QLabel* CDialogRows::AddFigure(const QString& strLabel, const QString& strText)

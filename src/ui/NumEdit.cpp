@@ -75,14 +75,28 @@ void CNumEdit::SetValue(float fValue)
     setText(QString::fromStdString(FormatNumber(fValue, m_nDecimals, m_nUnit)));
 }
 
+void CNumEdit::Say(int nCode)
+{
+    if (nCode == NUM_OUT_OF_RANGE)
+        SayMessage(IDS_NUMBER_OUT_OF_RANGE);
+    if (nCode == NUM_NOT_A_NUMBER)
+        SayMessage(IDS_NUMBER_EXPECTED);
+}
+
 int CNumEdit::Verify() const
 {
     float fValue = 0;
     const int nCode = Check(fValue);
-    if (m_bVerbose && nCode == NUM_OUT_OF_RANGE)
-        SayMessage(IDS_NUMBER_OUT_OF_RANGE);
-    if (m_bVerbose && nCode == NUM_NOT_A_NUMBER)
-        SayMessage(IDS_NUMBER_EXPECTED);
+    if (m_bVerbose)
+        Say(nCode);
+    return nCode;
+}
+
+int CNumEdit::VerifyAloud() const
+{
+    float fValue = 0;
+    const int nCode = Check(fValue);
+    Say(nCode == NUM_UNDER_WAY ? NUM_NOT_A_NUMBER : nCode);
     return nCode;
 }
 

@@ -42,6 +42,8 @@ public:
     void SetValue(float fValue);
     /// Checks the text: a `NumCode`. Shows a message for codes 1 and 2 when verbose.
     int Verify() const;
+    /// The same with a message whether verbose or not, also while a sign alone stands there.
+    int VerifyAloud() const;
     /// Adds so many deltas, kept within the range.
     void StepBy(int nSteps);
 
@@ -58,6 +60,7 @@ private:
     void OnKeystroke();
     void Commit();
     int Check(float& fValue) const;
+    static void Say(int nCode);
 
     int m_nUnit = NUMUNIT_NONE;
     std::string m_strFormat = "%.0f";

@@ -8,6 +8,9 @@ namespace kestrune {
 
 namespace {
 
+// The library's own reading also takes names such as "nan" and hexadecimal digits; nobody types those.
+constexpr char c_szNumberCharacters[] = " +-.0123456789eE";
+constexpr char c_szSumCharacters[] = " +-*/().0123456789eE";
 constexpr const char* c_aUnits[] = {"cm", "mm", "in", "px", "pt", "%", "°"};
 
 /// Recursive descent over the four operations; the sign of a factor is part of it.
@@ -114,8 +117,7 @@ int ReadNumber(const std::string& strText, float& fValue)
     fValue = 0;
     if (strText == "+" || strText == "-")
         return NUM_UNDER_WAY;
-    // The library's own reading also takes names such as "nan" and hexadecimal digits; nobody types those.
-    if (strText.find_first_not_of(" +-.0123456789eE") != std::string::npos) {
+    if (strText.find_first_not_of(c_szNumberCharacters) != std::string::npos) {
         std::sscanf(strText.c_str(), "%f", &fValue);
         if (!std::isfinite(fValue))
             fValue = 0;
@@ -127,6 +129,8 @@ int ReadNumber(const std::string& strText, float& fValue)
 
 std::optional<float> EvaluateSum(const std::string& strText)
 {
+    if (strText.find_first_not_of(c_szSumCharacters) != std::string::npos)
+        return std::nullopt;
     const std::optional<double> fValue = CSumReader(strText).ReadAll();
     return fValue ? std::optional(static_cast<float>(*fValue)) : std::nullopt;
 }

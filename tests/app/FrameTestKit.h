@@ -42,6 +42,7 @@ protected:
     void Start()
     {
         m_pApp = std::make_unique<CPaintApp>(std::make_unique<CSettingsProfile>(Settings()));
+        m_pApp->SetInstallFolder(KESTRUNE_SOURCE_DIR "/install");
         ASSERT_TRUE(m_pApp->InitInstance(true));
         SetMessageSink(&m_sink);
         QCoreApplication::processEvents();

@@ -1,8 +1,9 @@
 // The base of every dialog: values put into controls as if typed; sums in number boxes; message boxes.
 
+#include "base/Messages.h"
 #include "ui/Dialog.h"
 #include "ui/MessageSink.h"
-#include "ui/NumberBox.h"
+#include "ui/NumEdit.h"
 
 #include <QApplication>
 #include <QButtonGroup>
@@ -33,6 +34,9 @@ public:
         m_slider.setRange(0, 255);
         m_edit.setMaxLength(4);
         m_off.setEnabled(false);
+        m_number.SetRange(0, 10);
+        m_number.SetDecimalPlaces(2);
+        m_number.SetUnit(NUMUNIT_CM);
         for (int i = 0; i < 3; i++)
             m_group.addButton(&m_radio[i], i);
         RegisterKey("Spin", &m_spin);
@@ -42,6 +46,7 @@ public:
         RegisterKey("Edit", &m_edit);
         RegisterKey("Off", &m_off);
         RegisterKey("Radio", &m_group);
+        RegisterKey("Number", &m_number);
     }
     bool Takes(const char* strKey, const char* strValue) { return !SetKey(strKey, strValue); }
 
@@ -51,8 +56,22 @@ public:
     QSlider m_slider{this};
     QLineEdit m_edit{this};
     QSpinBox m_off{this};
+    CNumEdit m_number{this};
     QRadioButton m_radio[3]{QRadioButton(this), QRadioButton(this), QRadioButton(this)};
     QButtonGroup m_group{this};
+};
+
+class CQuietSink final : public CMessageSink {
+public:
+    CQuietSink() { SetMessageSink(this); }
+    ~CQuietSink() override { SetMessageSink(nullptr); }
+    MessageAnswer Message(const std::string& strText, MessageButtons, MessageAnswer nDefault) override
+    {
+        m_texts.push_back(strText);
+        return nDefault;
+    }
+    void StatusText(const std::string&) override {}
+    std::vector<std::string> m_texts;
 };
 
 /// Acts on the message box that opens next.
@@ -128,37 +147,43 @@ TEST(Dialog, ADriverStandsInForAPersonAndNoWindowShows)
     EXPECT_EQ(dialog.m_spin.value(), 5);
 }
 
-TEST(NumberBox, EvaluatesSums)
+TEST(Dialog, NumberBoxesTakeSumsAndRefuseWhatIsNoNumberInRange)
+{
+    CSample dialog;
+    dialog.m_number.SetValue(3);
+    EXPECT_TRUE(dialog.Takes("Number", "4.25"));
+    EXPECT_EQ(dialog.m_number.GetValue(), 4.25f);
+    EXPECT_TRUE(dialog.Takes("Number", "100/20 cm"));
+    EXPECT_EQ(dialog.m_number.text(), QStringLiteral("5.00 cm"));
+    for (const char* strBad : {"10.5", "-0.1", "x", "", "-", "3 mm", "nan", "inf", "0x3", "1,5"})
+        EXPECT_FALSE(dialog.Takes("Number", strBad)) << strBad;
+    EXPECT_EQ(dialog.m_number.text(), QStringLiteral("5.00 cm")) << "a refused value leaves the old one";
+    EXPECT_TRUE(dialog.SetKey("Number", "11")->contains(QStringLiteral("0 to 10")));
+
+    // A person who types too much and presses OK hears of it, and the dialog stays.
+    CQuietSink sink;
+    dialog.m_number.setText(QStringLiteral("11"));
+    dialog.accept();
+    EXPECT_EQ(dialog.result(), QDialog::Rejected);
+    EXPECT_EQ(sink.m_texts, std::vector<std::string>{"Given value is out of range.\n"});
+    dialog.m_number.setText(QStringLiteral("-"));
+    dialog.accept();
+    EXPECT_EQ(sink.m_texts.back(), "Characters must be a number.\n");
+    dialog.m_number.setEnabled(false); // what is not asked cannot be wrong
+    dialog.accept();
+    EXPECT_EQ(dialog.result(), QDialog::Accepted);
+}
+
+TEST(NumEdit, EvaluatesSums)
 {
     EXPECT_EQ(EvaluateSum("100/2"), 50);
     EXPECT_EQ(EvaluateSum(" 2 + 3 * 4 - 1 "), 13);
     EXPECT_EQ(EvaluateSum("-(2+3)*-2"), 10);
     EXPECT_EQ(EvaluateSum("1.5*2"), 3);
-    for (const char* strBad : {"", "+", "1+", "(1", "1)", "1//2", "1/0", "0/0", "2 x 3", "1.2.3", "()"})
+    for (const char* strBad : {"", "+", "1+", "(1", "1)", "1//2", "1/0", "0/0", "2 x 3", "1.2.3", "()", "0x10", "inf*1", "nan"})
         EXPECT_EQ(EvaluateSum(strBad), std::nullopt) << strBad;
-    EXPECT_EQ(EvaluateSum(QString(100000, u'(')), std::nullopt) << "a pasted text must not exhaust the stack";
-    EXPECT_EQ(EvaluateSum(QString(100000, u'-') + "1"), std::nullopt);
-}
-
-TEST(NumberBox, TakesTheWheelOnlyWithTheFocus)
-{
-    QWidget window;
-    CNumberBox box(0, 10, 0, &window);
-    QLineEdit other(&window);
-    other.move(0, 60);
-    box.setValue(5);
-    window.show();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
-    const auto turn = [&] {
-        QWheelEvent event(QPointF(5, 5), box.mapToGlobal(QPointF(5, 5)), {}, {0, 120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-        QApplication::sendEvent(&box, &event);
-    };
-    other.setFocus();
-    turn();
-    EXPECT_EQ(box.value(), 5);
-    box.setFocus();
-    turn();
-    EXPECT_EQ(box.value(), 6);
+    EXPECT_EQ(EvaluateSum(std::string(100000, '(')), std::nullopt) << "a pasted text must not exhaust the stack";
+    EXPECT_EQ(EvaluateSum(std::string(100000, '-') + "1"), std::nullopt);
 }
 
 TEST(MessageSink, BoxHasTheProductsNameKoreanButtonsAndTheDefault)

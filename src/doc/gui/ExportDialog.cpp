@@ -4,13 +4,13 @@
 #include "base/StringTable.h"
 #include "doc/files/DecodedImage.h"
 #include "ui/DialogRows.h"
-#include "ui/NumberBox.h"
+#include "ui/NumEdit.h"
+#include "ui/PopupSlider.h"
 
 #include <QFileInfo>
 #include <QGroupBox>
 #include <QGuiApplication>
 #include <QLineEdit>
-#include <QSlider>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -75,14 +75,15 @@ QWidget* CExportDialog::BuildPane()
 {
     auto* pGroup = new QGroupBox(TextOf(IDS_EXPORT_OPTIONS));
     auto* pRows = new CDialogRows;
-    m_pQuality = new CNumberBox(1, 100);
-    auto* pSlider = new QSlider(Qt::Horizontal);
-    pSlider->setRange(1, 100);
-    pSlider->setPageStep(10);
+    m_pQuality = new CNumEdit;
+    m_pQuality->SetRange(1, 100);
+    auto* pSlider = m_pQualitySlider = new CPopupSlider;
+    pSlider->SetRange(1, 100);
     pSlider->setFixedWidth(160);
     pSlider->setAccessibleName(PlainLabel(TextOf(IDS_EXPORT_QUALITY)));
-    connect(pSlider, &QSlider::valueChanged, m_pQuality, &QDoubleSpinBox::setValue);
-    connect(m_pQuality, &QDoubleSpinBox::valueChanged, pSlider, [pSlider](double f) { pSlider->setValue(static_cast<int>(f)); });
+    pSlider->SetDefault(ExportOptions().nQuality);
+    connect(pSlider, &CPopupSlider::Moved, m_pQuality, [this](int nPos) { m_pQuality->SetValue(static_cast<float>(nPos)); });
+    connect(m_pQuality, &QLineEdit::textChanged, pSlider, [this, pSlider] { pSlider->SetPos(static_cast<int>(m_pQuality->GetValue())); });
     m_pCompression = new QComboBox;
     m_pCompression->addItems({TextOf(IDS_COMPRESS_NONE), TextOf(IDS_COMPRESS_LZW), TextOf(IDS_COMPRESS_DEFLATE)});
     const auto check = [](int nTextId, int nTipId) {
@@ -94,7 +95,7 @@ QWidget* CExportDialog::BuildPane()
     m_pPalette = check(IDS_EXPORT_PALETTE, IDS_EXPORT_PALETTE_TIP);
     m_pDither = check(IDS_EXPORT_DITHER, IDS_EXPORT_DITHER_TIP);
 
-    pRows->AddRow(TextOf(IDS_EXPORT_QUALITY), m_pQuality, TextOf(IDS_EXPORT_QUALITY_TIP));
+    pRows->AddNumber(TextOf(IDS_EXPORT_QUALITY), m_pQuality, TextOf(IDS_EXPORT_QUALITY_TIP));
     pRows->AddWide(pSlider);
     pRows->AddWide(m_pLossless);
     pRows->AddGap();
@@ -113,7 +114,7 @@ void CExportDialog::LoadOptions()
 {
     const ExportOptions initial;
     SetFilterRow(std::clamp(m_settings.GetInt(c_strSection, "Format", 0), 0, static_cast<int>(ExportFormats().size()) - 1));
-    m_pQuality->setValue(m_settings.GetInt(c_strSection, "Quality", initial.nQuality));
+    m_pQuality->SetValue(static_cast<float>(std::clamp(m_settings.GetInt(c_strSection, "Quality", initial.nQuality), 1, 100)));
     m_pLossless->setChecked(m_settings.GetInt(c_strSection, "Lossless", initial.bLossless) != 0);
     m_pPalette->setChecked(m_settings.GetInt(c_strSection, "Palette", initial.bPalette) != 0);
     m_pCompression->setCurrentIndex(std::clamp(m_settings.GetInt(c_strSection, "Compression", initial.nPacking), 0, 2));
@@ -151,7 +152,7 @@ const ExportFormat& CExportDialog::Format() const
 
 ExportOptions CExportDialog::Options() const
 {
-    return {static_cast<int>(m_pQuality->value()), m_pLossless->isChecked(), m_pPalette->isChecked(),
+    return {static_cast<int>(m_pQuality->GetValue()), m_pLossless->isChecked(), m_pPalette->isChecked(),
             m_pCompression->currentIndex(), m_pDither->isChecked()};
 }
 
@@ -186,8 +187,7 @@ void CExportDialog::EnableOptions()
     m_pLossless->setEnabled(nOptions & EXPORT_LOSSLESS);
     const bool bLossless = m_pLossless->isEnabled() && m_pLossless->isChecked();
     m_pQuality->setEnabled((nOptions & EXPORT_QUALITY) && !bLossless);
-    if (auto* pSlider = findChild<QSlider*>())
-        pSlider->setEnabled(m_pQuality->isEnabled());
+    m_pQualitySlider->setEnabled(m_pQuality->isEnabled());
     m_pPalette->setEnabled(nOptions & EXPORT_PALETTE);
     m_pCompression->setEnabled(nOptions & EXPORT_PACKING);
     m_pDither->setEnabled(nOptions & EXPORT_DITHER);

@@ -9,7 +9,8 @@
 
 namespace kestrune {
 
-class CNumberBox;
+class CNumEdit;
+class CPopupSlider;
 
 /// The dialog of the Export command: a file name, a format and its options. All are remembered.
 /// Keys: `Path`, `Format` (row, or extension; without it the path's extension decides), `Quality` (1..100), `Lossless`, `Palette`,
@@ -44,7 +45,8 @@ private:
 
     CProfile& m_settings;
     bool m_bFormatTyped = false; ///< a script named the format: it counts, whatever the extension says
-    CNumberBox* m_pQuality;
+    CNumEdit* m_pQuality;
+    CPopupSlider* m_pQualitySlider;
     QCheckBox* m_pLossless;
     QCheckBox* m_pPalette;
     QComboBox* m_pCompression;

@@ -2,7 +2,7 @@
 
 #include "base/StringTable.h"
 #include "ui/DialogRows.h"
-#include "ui/NumberBox.h"
+#include "ui/NumEdit.h"
 
 #include <QIcon>
 #include <QPainter>
@@ -94,8 +94,8 @@ CNewImageDialog::CNewImageDialog(const NewImageParams& params, LengthUnit unit, 
 
     connect(m_pUnit, &QComboBox::currentIndexChanged, this, &CNewImageDialog::UnitChanged);
     connect(m_pColor, &QComboBox::currentIndexChanged, this, &CNewImageDialog::ShowMemory);
-    for (CNumberBox* pBox : {m_pWidth, m_pHeight})
-        connect(pBox, &QDoubleSpinBox::valueChanged, this, &CNewImageDialog::SizeEdited);
+    for (CNumEdit* pBox : {m_pWidth, m_pHeight})
+        connect(pBox, &CNumEdit::ValueEdited, this, &CNewImageDialog::SizeEdited);
     m_pWidth->selectAll();
     m_pWidth->setFocus();
     layout()->setSizeConstraint(QLayout::SetFixedSize);
@@ -103,13 +103,13 @@ CNewImageDialog::CNewImageDialog(const NewImageParams& params, LengthUnit unit, 
 
 void CNewImageDialog::AddSizeRows(CDialogRows& rows)
 {
-    m_pWidth = new CNumberBox(c_nMinSide, c_nMaxSide);
-    m_pHeight = new CNumberBox(c_nMinSide, c_nMaxSide);
+    m_pWidth = new CNumEdit;
+    m_pHeight = new CNumEdit;
     m_pUnit = new QComboBox;
     for (const UnitRow& row : c_aUnits)
         m_pUnit->addItem(TextOf(row.nTextId));
-    rows.AddRow(TextOf(IDS_NEW_WIDTH), m_pWidth, TextOf(IDS_NEW_WIDTH_TIP));
-    rows.AddRow(TextOf(IDS_NEW_HEIGHT), m_pHeight, TextOf(IDS_NEW_HEIGHT_TIP));
+    rows.AddNumber(TextOf(IDS_NEW_WIDTH), m_pWidth, TextOf(IDS_NEW_WIDTH_TIP));
+    rows.AddNumber(TextOf(IDS_NEW_HEIGHT), m_pHeight, TextOf(IDS_NEW_HEIGHT_TIP));
     rows.AddRow(TextOf(IDS_NEW_UNIT), m_pUnit, TextOf(IDS_NEW_UNIT_TIP));
 }
 
@@ -124,13 +124,13 @@ void CNewImageDialog::UnitChanged()
     const double fPixels = PixelsPerUnit(m_unit);
     const int nDecimals = c_aUnits[m_unit].nDecimals;
     const double fStep = std::pow(10.0, -nDecimals);
-    const auto show = [&](CNumberBox& box, int nPixels) {
-        const QSignalBlocker block(box); // the size stays, its text alone changes: rounding must not creep into it
-        box.setDecimals(nDecimals);
+    const auto show = [&](CNumEdit& box, int nPixels) { // the size stays, its text alone changes: rounding must not creep into it
+        box.SetDecimalPlaces(nDecimals);
         // The limits shown lie inside 1..5000 pixels after rounding to the decimals of the unit.
-        box.setRange(std::max(fStep, std::ceil(c_nMinSide / fPixels / fStep) * fStep), std::floor(c_nMaxSide / fPixels / fStep) * fStep);
-        box.setSingleStep(m_unit == UNIT_PIXEL ? 1 : fStep * 10);
-        box.setValue(nPixels / fPixels);
+        box.SetRange(static_cast<float>(std::max(fStep, std::ceil(c_nMinSide / fPixels / fStep) * fStep)),
+                     static_cast<float>(std::floor(c_nMaxSide / fPixels / fStep) * fStep));
+        box.SetDelta(static_cast<float>(m_unit == UNIT_PIXEL ? 1 : fStep * 10));
+        box.SetValue(static_cast<float>(nPixels / fPixels));
     };
     show(*m_pWidth, m_size.cx);
     show(*m_pHeight, m_size.cy);
@@ -140,12 +140,12 @@ void CNewImageDialog::UnitChanged()
 void CNewImageDialog::SizeEdited()
 {
     const double fPixels = PixelsPerUnit(m_unit);
-    const auto side = [&](const CNumberBox& box, int nOld) {
-        const double fShown = nOld / fPixels;
-        const double fHalfStep = 0.5001 * std::pow(10.0, -box.decimals());
-        if (std::abs(box.value() - fShown) < fHalfStep)
-            return nOld; // the box still shows the old side, rounded
-        return std::clamp(static_cast<int>(std::lround(box.value() * fPixels)), c_nMinSide, c_nMaxSide);
+    const double fHalfStep = 0.5001 * std::pow(10.0, -c_aUnits[m_unit].nDecimals);
+    const auto side = [&](const CNumEdit& box, int nOld) {
+        const double fValue = static_cast<double>(box.GetValue());
+        if (box.Verify() != NUM_OK || std::abs(fValue - nOld / fPixels) < fHalfStep)
+            return nOld; // a number under way, or the old side, rounded
+        return std::clamp(static_cast<int>(std::lround(fValue * fPixels)), c_nMinSide, c_nMaxSide);
     };
     m_size = {side(*m_pWidth, m_size.cx), side(*m_pHeight, m_size.cy)};
     ShowMemory();

@@ -10,7 +10,7 @@
 
 namespace kestrune {
 
-class CNumberBox;
+class CNumEdit;
 
 /// The dialog that asks for size, background and picture type of a new picture.
 /// Keys: `Width` `Height` (in the unit shown), `Unit` (`LengthUnit`), `Kind` (`FillKind`), `Color` (`ColorKind`).
@@ -29,8 +29,8 @@ private:
     void SizeEdited();
     void ShowMemory();
 
-    CNumberBox* m_pWidth;
-    CNumberBox* m_pHeight;
+    CNumEdit* m_pWidth;
+    CNumEdit* m_pHeight;
     QComboBox* m_pUnit;
     QComboBox* m_pKind;
     QComboBox* m_pColor;

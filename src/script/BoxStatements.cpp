@@ -1,0 +1,68 @@
+#include "app/CommandTable.h"
+#include "script/ScriptContext.h"
+#include "script/ScriptFrame.h"
+
+#include <limits>
+
+namespace kestrune::statements {
+
+namespace {
+
+/// Fills in the colour picker that a command of the colour box opens.
+StatementResult PickColor(CScriptContext& context, int nCommand, const QStringList& words)
+{
+    constexpr const char* c_aKeys[] = {"Red", "Green", "Blue"};
+    DialogPlan plan;
+    for (qsizetype i = 0; i < words.size(); i++) {
+        int nValue = 0;
+        if (const StatementResult failure = ReadNumber(words[i], 0, 255, nValue))
+            return failure;
+        plan.keys.append({QString::fromLatin1(c_aKeys[i]), QString::number(nValue)});
+    }
+    return context.RunCommand(nCommand, std::move(plan));
+}
+
+} // namespace
+
+StatementResult Foreground(CScriptContext& context, const QStringList& words)
+{
+    return PickColor(context, ID_COLOR_FOREGROUND, words);
+}
+
+StatementResult Background(CScriptContext& context, const QStringList& words)
+{
+    return PickColor(context, ID_COLOR_BACKGROUND, words);
+}
+
+StatementResult Undo(CScriptContext& context, const QStringList&)
+{
+    return context.RunCommand(ID_EDIT_UNDO, std::nullopt);
+}
+
+StatementResult Redo(CScriptContext& context, const QStringList&)
+{
+    return context.RunCommand(ID_EDIT_REDO, std::nullopt);
+}
+
+StatementResult History(CScriptContext& context, const QStringList& words)
+{
+    int nRow = 0;
+    if (const StatementResult failure = ReadNumber(words[0], 0, std::numeric_limits<int>::max(), nRow))
+        return failure;
+    if (!context.Image())
+        return QStringLiteral("no document is open");
+    if (!ClickHistoryRow(context.app, nRow))
+        return QStringLiteral("the history has no row %1").arg(nRow);
+    return {};
+}
+
+StatementResult PrintHistory(CScriptContext& context, const QStringList&)
+{
+    if (!context.Image())
+        return QStringLiteral("no document is open");
+    for (const QString& strRow : HistoryTexts(context.app))
+        context.print(strRow);
+    return {};
+}
+
+} // namespace kestrune::statements
