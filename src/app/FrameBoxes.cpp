@@ -2,9 +2,11 @@
 
 #include "app/MainFrame.h"
 #include "app/PaintApp.h"
+#include "app/ToolBox.h"
 #include "resources/PaletteColors.h"
 #include "resources/Swatches.h"
 #include "resources/gui/ColorBar.h"
+#include "resources/gui/ColorPatches.h"
 #include "resources/gui/PaletteDialog.h"
 #include "undo/gui/HistoryBox.h"
 
@@ -36,7 +38,22 @@ CFrameBoxes::CFrameBoxes(CMainFrame& frame, CPaintApp& app)
         const std::unique_ptr<QMenu> pMenu(m_frame.CommandUi().MakeContextMenu(c_aColorMenu, &m_frame));
         pMenu->exec(ptScreen);
     });
+    AddToolBoxPatches();
     RegisterCommands();
+}
+
+void CFrameBoxes::AddToolBoxPatches()
+{
+    CColorPatches& patches = m_pColors->Patches();
+    auto* pSmall = m_pToolBoxPatches = new CColorPatches(&m_frame.ToolBox(), CColorPatches::SMALL);
+    QObject::connect(pSmall, &CColorPatches::PickRequested, m_pColors, &CColorBar::PickColor);
+    QObject::connect(pSmall, &CColorPatches::SwapRequested, m_pColors, &CColorBar::Swap);
+    QObject::connect(pSmall, &CColorPatches::DefaultsRequested, m_pColors, &CColorBar::Defaults);
+    QObject::connect(pSmall, &CColorPatches::ActiveChanged, &patches, [pSmall, &patches] { patches.SetBackgroundActive(pSmall->IsBackgroundActive()); });
+    QObject::connect(&patches, &CColorPatches::ActiveChanged, pSmall, [pSmall, &patches] { pSmall->SetBackgroundActive(patches.IsBackgroundActive()); });
+    QObject::connect(m_pColors, &CColorBar::ColorsChanged, pSmall, [this] { OnIdle(); });
+    m_frame.ToolBox().SetFoot(pSmall);
+    OnIdle();
 }
 
 void CFrameBoxes::RegisterCommands()
@@ -57,6 +74,7 @@ void CFrameBoxes::ShowImage(CPaintImage* pImage)
 void CFrameBoxes::OnIdle()
 {
     m_pColors->ShowColors();
+    m_pToolBoxPatches->SetColors(g_crForeground, g_crBackground);
 }
 
 } // namespace kestrune

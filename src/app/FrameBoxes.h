@@ -3,6 +3,7 @@
 namespace kestrune {
 
 class CColorBar;
+class CColorPatches;
 class CHistoryBox;
 class CMainFrame;
 class CPaintApp;
@@ -23,11 +24,13 @@ public:
     void OnIdle();
 
 private:
+    void AddToolBoxPatches();
     void RegisterCommands();
 
     CMainFrame& m_frame;
     CHistoryBox* m_pHistory;
     CColorBar* m_pColors;
+    CColorPatches* m_pToolBoxPatches = nullptr; ///< the same two colours below the tools
 };
 
 } // namespace kestrune

@@ -7,6 +7,8 @@
 #include <QGridLayout>
 #include <QToolButton>
 
+#include <algorithm>
+
 namespace kestrune {
 
 namespace {
@@ -14,6 +16,7 @@ namespace {
 constexpr QSize c_button(30, 28);
 constexpr int c_nGap = 1;
 constexpr int c_nMargin = 3;
+constexpr int c_nFootGap = 8;
 
 constexpr int HeightOfRows(int nRows)
 {
@@ -71,8 +74,16 @@ void CToolBox::LoadIcons()
         it.value()->setIcon(LoadIcon(ToQString(FindCommand(it.key())->icon)));
 }
 
+void CToolBox::SetFoot(QWidget* pFoot)
+{
+    m_pFoot = pFoot;
+    Arrange();
+}
+
 void CToolBox::FitHeight(int nHeight)
 {
+    if (m_pFoot)
+        nHeight -= m_pFoot->sizeHint().height() + c_nFootGap;
     const int nColumns = nHeight < HeightOfRows(static_cast<int>(m_buttons.size())) ? 2 : 1;
     if (nColumns == m_nColumns)
         return;
@@ -88,6 +99,13 @@ void CToolBox::Arrange()
         m_pGrid->removeWidget(pButton);
         m_pGrid->addWidget(pButton, nPlace / m_nColumns, nPlace % m_nColumns);
         nPlace++;
+    }
+    if (m_pFoot) {
+        const int nGap = (nPlace + m_nColumns - 1) / m_nColumns;
+        m_pGrid->addWidget(m_pFoot, nGap + 1, 0, 1, m_nColumns, Qt::AlignHCenter);
+        for (int nRow = 0; nRow <= nPlace; nRow++)
+            m_pGrid->setRowMinimumHeight(nRow, nRow == nGap ? c_nFootGap : 0);
+        nPlace = std::max(nPlace, nGap + 2);
     }
     // The stretch keeps the buttons together at the top.
     for (int nRow = 0; nRow <= nPlace; nRow++)

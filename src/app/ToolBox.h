@@ -16,6 +16,8 @@ public:
 
     /// Puts the drawings on the buttons; apart from the construction, so that the window need not wait for them.
     void LoadIcons();
+    /// What stands below the buttons.
+    void SetFoot(QWidget* pFoot);
     /// The column count for a toolbox of that height.
     void FitHeight(int nHeight);
     int Columns() const { return m_nColumns; }
@@ -32,6 +34,7 @@ private:
     QWidget* m_pPanel;
     QGridLayout* m_pGrid;
     QHash<int, QToolButton*> m_buttons;
+    QWidget* m_pFoot = nullptr;
     int m_nColumns = 1;
 };
 

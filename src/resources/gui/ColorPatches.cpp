@@ -12,10 +12,7 @@ namespace kestrune {
 
 namespace {
 
-constexpr int c_nPatch = 28;
-constexpr int c_nShift = 16; // how far the background patch stands to the right and below
-
-QToolButton* MakeButton(QWidget* pParent, const char* pszIcon, int nTipId, QPoint at)
+QToolButton* MakeButton(QWidget* pParent, const char* pszIcon, int nTipId, const QRect& rc)
 {
     auto* pButton = new QToolButton(pParent);
     pButton->setIcon(LoadIcon(QString::fromLatin1(pszIcon)));
@@ -23,25 +20,42 @@ QToolButton* MakeButton(QWidget* pParent, const char* pszIcon, int nTipId, QPoin
     pButton->setAutoRaise(true);
     pButton->setToolTip(TextOf(nTipId));
     pButton->setAccessibleName(TextOf(nTipId));
-    pButton->setGeometry(at.x(), at.y(), 16, 16);
+    pButton->setGeometry(rc);
+    pButton->setFocusPolicy(Qt::NoFocus); // letters do the same
     return pButton;
 }
 
 } // namespace
 
-CColorPatches::CColorPatches(QWidget* pParent)
+struct CColorPatches::Measures {
+    QSize size;
+    int nPatch;
+    int nShift; ///< how far the background patch stands to the right and below
+    QRect rcSwap;
+    QRect rcDefaults;
+};
+
+const CColorPatches::Measures CColorPatches::c_aMeasures[] = {
+    {{56, 48}, 28, 16, {33, 0, 16, 16}, {0, 31, 16, 16}},
+    {{30, 48}, 19, 11, {0, 33, 15, 15}, {15, 33, 15, 15}},
+};
+
+CColorPatches::CColorPatches(QWidget* pParent, Size size)
     : QWidget(pParent)
+    , m_measures(c_aMeasures[size])
 {
     setFocusPolicy(Qt::StrongFocus);
     setFixedSize(sizeHint());
     setAccessibleName(TextOf(IDS_COLOR_PATCHES));
     setToolTip(TextOf(IDS_COLOR_PATCHES_TIP));
-    connect(MakeButton(this, "widgets/swap-colours", IDS_COLOR_SWAP, {33, 0}), &QToolButton::clicked, this, &CColorPatches::SwapRequested);
-    connect(MakeButton(this, "widgets/default-colours", IDS_COLOR_DEFAULTS, {0, 31}), &QToolButton::clicked, this, &CColorPatches::DefaultsRequested);
+    connect(MakeButton(this, "widgets/swap-colours", IDS_COLOR_SWAP, m_measures.rcSwap), &QToolButton::clicked, this, &CColorPatches::SwapRequested);
+    connect(MakeButton(this, "widgets/default-colours", IDS_COLOR_DEFAULTS, m_measures.rcDefaults), &QToolButton::clicked, this, &CColorPatches::DefaultsRequested);
 }
 
 void CColorPatches::SetColors(COLORREF crForeground, COLORREF crBackground)
 {
+    if (crForeground == m_crForeground && crBackground == m_crBackground)
+        return;
     m_crForeground = crForeground;
     m_crBackground = crBackground;
     update();
@@ -56,10 +70,15 @@ void CColorPatches::SetBackgroundActive(bool bBackground)
     Q_EMIT ActiveChanged();
 }
 
+QSize CColorPatches::sizeHint() const
+{
+    return m_measures.size;
+}
+
 QRect CColorPatches::PatchRect(bool bBackground) const
 {
-    const int nAt = bBackground ? c_nShift + 2 : 2;
-    return {nAt, nAt, c_nPatch, c_nPatch};
+    const int nAt = bBackground ? m_measures.nShift : 0;
+    return {nAt, nAt, m_measures.nPatch, m_measures.nPatch};
 }
 
 void CColorPatches::paintEvent(QPaintEvent*)
@@ -69,11 +88,11 @@ void CColorPatches::paintEvent(QPaintEvent*)
         const COLORREF cr = bBackground ? m_crBackground : m_crForeground;
         const QRect rc = PatchRect(bBackground);
         const bool bActive = bBackground == m_bBackground;
-        painter.setPen(QPen(palette().color(bActive ? QPalette::Highlight : QPalette::Mid), bActive ? 2 : 1));
-        painter.setBrush(QColor(RedOf(cr), GreenOf(cr), BlueOf(cr)));
-        painter.drawRect(rc.adjusted(0, 0, -1, -1));
-        painter.setPen(palette().color(QPalette::Base)); // a light rim keeps dark colours apart from the frame
-        painter.drawRect(rc.adjusted(1, 1, -2, -2));
+        // Filled rectangles inside each other: frame, a rim that keeps the colour apart from it, the colour.
+        const int nFrame = bActive ? 2 : 1;
+        painter.fillRect(rc, palette().color(bActive ? QPalette::Highlight : QPalette::Mid));
+        painter.fillRect(rc.adjusted(nFrame, nFrame, -nFrame, -nFrame), palette().color(QPalette::Base));
+        painter.fillRect(rc.adjusted(nFrame + 1, nFrame + 1, -nFrame - 1, -nFrame - 1), QColor(RedOf(cr), GreenOf(cr), BlueOf(cr)));
     }
 }
 

@@ -11,14 +11,16 @@ namespace kestrune {
 class CColorPatches : public QWidget {
     Q_OBJECT
 public:
-    explicit CColorPatches(QWidget* pParent = nullptr);
+    /// SMALL is as wide as a button of the toolbox.
+    enum Size { LARGE, SMALL };
+    explicit CColorPatches(QWidget* pParent = nullptr, Size size = LARGE);
 
     void SetColors(COLORREF crForeground, COLORREF crBackground);
     /// True while the background patch is the active one.
     bool IsBackgroundActive() const { return m_bBackground; }
     void SetBackgroundActive(bool bBackground);
 
-    QSize sizeHint() const override { return {56, 48}; }
+    QSize sizeHint() const override;
 
 Q_SIGNALS:
     void ActiveChanged();
@@ -34,6 +36,10 @@ protected:
 private:
     QRect PatchRect(bool bBackground) const;
 
+    struct Measures;
+    static const Measures c_aMeasures[];
+
+    const Measures& m_measures;
     COLORREF m_crForeground = 0xFFFFFF;
     COLORREF m_crBackground = 0;
     bool m_bBackground = false;
