@@ -32,6 +32,7 @@ CColorWnd::CColorWnd(QWidget* pParent)
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_InputMethodEnabled, false);
     viewport()->setMouseTracking(true);
+    viewport()->setBackgroundRole(QPalette::Window);
     setAccessibleName(TextOf(IDS_COLOR_SWATCHES));
     setMinimumSize(c_nCell * 4, c_nCell * 2);
 }
