@@ -47,8 +47,9 @@ struct SaveCase {
     const char* strExtension;
     double fGreatest; ///< mean difference that its coding may make
     int nDepth;       ///< what the reader tells of the written file
+    bool bGrey = false; ///< the coding has no palette: the picture comes back grey
 };
-const SaveCase c_aSaves[] = {{"jpg", 6, 24}, {"bmp", 0, 24}, {"psd", 0, 24}, {"tif", 0, 24}, {"cut", 25, 8},
+const SaveCase c_aSaves[] = {{"jpg", 6, 24}, {"bmp", 0, 24}, {"psd", 0, 24}, {"tif", 0, 24}, {"cut", 3, 8, true},
                              {"pct", 1, 24}, {"sgi", 0, 24}, {"wpg", 25, 8}, {"pcx", 0, 24}};
 
 } // namespace
@@ -95,7 +96,8 @@ TEST_F(CScriptTest, EachSaveFormatComesBack)
         const QStringList out = Output("open p.png\nsaveas $1\nopen $1\nprint size\nprint depth\ndump image back.ppm\n",
                                        {Path(QString("s.") + save.strExtension)});
         EXPECT_EQ(out, (QStringList{"61 37", QString::number(save.nDepth)})) << save.strExtension;
-        EXPECT_LE(MeanDifference(Path("back.ppm"), photo), save.fGreatest) << save.strExtension;
+        const QImage expected = save.bGrey ? photo.convertToFormat(QImage::Format_Grayscale8) : photo;
+        EXPECT_LE(MeanDifference(Path("back.ppm"), expected), save.fGreatest) << save.strExtension;
     }
 }
 
@@ -131,16 +133,13 @@ TEST_F(CScriptTest, SaveWritesTheDocumentsOwnFile)
     EXPECT_TRUE(QFile::exists(Path("fresh.tif")));
 }
 
-TEST_F(CScriptTest, AFileThatCannotBeWrittenIsSaidAndFails)
+TEST_F(CScriptTest, AFileThatCannotBeWrittenFailsTheLine)
 {
     MakePhoto(Path("p.bmp"));
-    ASSERT_TRUE(QDir(m_folder.path()).mkdir("shut"));
     ASSERT_TRUE(QFile::link("/dev/full", Path("full.bmp")));
     const ScriptRun run = Run("open p.bmp\nsaveas full.bmp\n");
     EXPECT_EQ(run.nStatus, 1);
-    EXPECT_TRUE(run.strErr.startsWith("-:2: "));
-    ASSERT_FALSE(run.out.isEmpty());
-    EXPECT_TRUE(run.out[0].startsWith("message: "));
+    EXPECT_TRUE(run.LastError().startsWith("-:2: "));
     EXPECT_EQ(Output("open p.bmp\nprint size\n"), QStringList{"61 37"}) << "the source is as it was";
 }
 
@@ -154,7 +153,7 @@ TEST_F(CScriptTest, AnUnreadableFileIsAMessageWithItsNumber)
     EXPECT_EQ(run.nStatus, 1);
     ASSERT_EQ(run.out.size(), 1);
     EXPECT_TRUE(run.out[0].startsWith("message: 이미지를 로딩하는 도중 오류가 발생하였습니다.! -> 오류 코드:-")) << run.out[0].toStdString();
-    EXPECT_TRUE(run.strErr.startsWith("-:2: "));
+    EXPECT_TRUE(run.LastError().startsWith("-:2: "));
     QFile wmf(Path("bare.wmf"));
     ASSERT_TRUE(wmf.open(QIODevice::WriteOnly));
     wmf.write(QByteArray(200, '\1'));

@@ -35,7 +35,7 @@ TEST_F(CScriptTest, AFailedLineStopsTheScriptAndTellsWhere)
     const ScriptRun run = RunProgram({"--script", "my script.txt"});
     EXPECT_EQ(run.nStatus, 1);
     EXPECT_EQ(run.out, QStringList{"4 4"}) << "nothing runs after the failed line";
-    EXPECT_TRUE(run.strErr.startsWith("my script.txt:4: ")) << run.strErr.toStdString();
+    EXPECT_TRUE(run.LastError().startsWith("my script.txt:4: ")) << run.strErr.toStdString();
     EXPECT_TRUE(run.strErr.contains("flourish"));
 }
 
@@ -101,7 +101,7 @@ TEST_F(CScriptTest, CommandsFillInDialogsOrFail)
     EXPECT_FALSE(Reason("new 9 9\ncommand 30066 cancel\n", 2).isEmpty());
     const ScriptRun run = Run("command 57600 Width=33 cancel\nprint setting Image Width\nprint size\n");
     EXPECT_EQ(run.nStatus, 1);
-    EXPECT_TRUE(run.strErr.startsWith("-:3: ")) << "cancelled: no document";
+    EXPECT_TRUE(run.LastError().startsWith("-:3: ")) << "cancelled: no document";
 }
 
 TEST_F(CScriptTest, SettingsStartFromDefaultsAndStayInMemory)

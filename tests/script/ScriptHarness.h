@@ -16,6 +16,9 @@ struct ScriptRun {
     int nStatus = -1; ///< -1: it did not end by itself
     QStringList out;  ///< lines of standard output
     QString strErr;
+
+    /// The last line of standard error: the reason of a failure stands there, behind what the log may have said.
+    QString LastError() const { return strErr.trimmed().section(u'\n', -1); }
 };
 
 /// Runs the program itself on a script, as a person at a terminal would, in a folder of its own.
@@ -68,8 +71,8 @@ protected:
         const ScriptRun run = Run(strScript);
         EXPECT_EQ(run.nStatus, 1) << strScript.toStdString();
         const QString strHead = QStringLiteral("-:%1: ").arg(nLine);
-        EXPECT_TRUE(run.strErr.startsWith(strHead)) << strScript.toStdString() << "\n" << run.strErr.toStdString();
-        return run.strErr.mid(strHead.size()).trimmed();
+        EXPECT_TRUE(run.LastError().startsWith(strHead)) << strScript.toStdString() << "\n" << run.strErr.toStdString();
+        return run.LastError().mid(strHead.size());
     }
 
     QTemporaryDir m_folder;

@@ -19,6 +19,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 using namespace kestrune;
 
 namespace {
@@ -86,8 +88,10 @@ void WithNextBox(std::function<void(QMessageBox&)> act)
 
 QStringList ButtonTexts(const QMessageBox& box)
 {
+    QList<QAbstractButton*> buttons = box.buttons(); // in the order in which they stand, not that of the toolkit's list
+    std::sort(buttons.begin(), buttons.end(), [](const auto* pA, const auto* pB) { return pA->x() < pB->x(); });
     QStringList texts;
-    for (const QAbstractButton* pButton : box.buttons())
+    for (const QAbstractButton* pButton : buttons)
         texts << pButton->text();
     return texts;
 }

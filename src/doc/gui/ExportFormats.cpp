@@ -65,8 +65,8 @@ int EncodePng(const CPaintImage& image, const ExportOptions& options, Bytes& out
 
 int EncodeWebP(const CPaintImage& image, const ExportOptions& options, Bytes& out)
 {
-    constexpr int nLossless = 2; // the writer's factor for it; 3 is the best that may lose something
-    const int nFactor = options.bLossless ? nLossless : std::max(nLossless + 1, FactorOfQuality(options.nQuality));
+    constexpr int nLossless = 100; // the writer's number for it; 99 is the best that may lose something
+    const int nFactor = FactorOfQuality(options.bLossless ? nLossless : std::min(options.nQuality, nLossless - 1));
     return EncodeImage(ImageFormat::WebP, image.m_Bitmap, nFactor, out);
 }
 
