@@ -43,6 +43,18 @@ double MeanDifference(const QString& strPpm, const QImage& image)
     return fSum / (3.0 * image.width() * image.height());
 }
 
+/// The picture as a person sees its brightness: 30 % red, 59 % green, 11 % blue.
+QImage Grey(QImage image)
+{
+    for (int y = 0; y < image.height(); y++)
+        for (int x = 0; x < image.width(); x++) {
+            const QRgb c = image.pixel(x, y);
+            const int n = (30 * qRed(c) + 59 * qGreen(c) + 11 * qBlue(c)) / 100;
+            image.setPixel(x, y, qRgb(n, n, n));
+        }
+    return image;
+}
+
 struct SaveCase {
     const char* strExtension;
     double fGreatest; ///< mean difference that its coding may make
@@ -96,7 +108,7 @@ TEST_F(CScriptTest, EachSaveFormatComesBack)
         const QStringList out = Output("open p.png\nsaveas $1\nopen $1\nprint size\nprint depth\ndump image back.ppm\n",
                                        {Path(QString("s.") + save.strExtension)});
         EXPECT_EQ(out, (QStringList{"61 37", QString::number(save.nDepth)})) << save.strExtension;
-        const QImage expected = save.bGrey ? photo.convertToFormat(QImage::Format_Grayscale8) : photo;
+        const QImage expected = save.bGrey ? Grey(photo) : photo;
         EXPECT_LE(MeanDifference(Path("back.ppm"), expected), save.fGreatest) << save.strExtension;
     }
 }
