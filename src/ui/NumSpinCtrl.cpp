@@ -15,6 +15,7 @@ namespace {
 constexpr int c_nNeutral = 500;
 constexpr int c_nRange = 1000;
 constexpr int c_nStep = 1;
+constexpr int c_nWidth = 16;
 
 QToolButton* MakeButton(QWidget* pParent, const char* pszIcon, int nNameId)
 {
@@ -25,8 +26,9 @@ QToolButton* MakeButton(QWidget* pParent, const char* pszIcon, int nNameId)
     pButton->setFocusPolicy(Qt::NoFocus); // the box itself answers to the arrow keys
     pButton->setAccessibleName(TextOf(nNameId));
     pButton->setIconSize({8, 8});
-    pButton->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
-    pButton->setFixedWidth(16);
+    // The two share the box's height, which is less than they would take by themselves.
+    pButton->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Ignored);
+    pButton->setFixedWidth(c_nWidth);
     return pButton;
 }
 
@@ -36,7 +38,9 @@ CNumSpinCtrl::CNumSpinCtrl(CNumEdit* pBuddy, QWidget* pParent)
     : QWidget(pParent)
     , m_pBuddy(pBuddy)
 {
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     auto* pLayout = new QVBoxLayout(this);
+    pLayout->setSizeConstraint(QLayout::SetNoConstraint);
     pLayout->setContentsMargins(0, 0, 0, 0);
     pLayout->setSpacing(0);
     QToolButton* pUp = MakeButton(this, "widgets/spin-up", IDS_NUMBER_MORE);
@@ -49,7 +53,7 @@ CNumSpinCtrl::CNumSpinCtrl(CNumEdit* pBuddy, QWidget* pParent)
 
 QSize CNumSpinCtrl::sizeHint() const
 {
-    return {16, m_pBuddy ? m_pBuddy->sizeHint().height() : 22};
+    return {c_nWidth, m_pBuddy ? m_pBuddy->sizeHint().height() : 22};
 }
 
 void CNumSpinCtrl::Step(int nSteps)

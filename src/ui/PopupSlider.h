@@ -39,6 +39,7 @@ public:
     int ThumbX() const;
 
     QSize sizeHint() const override { return {160, 22}; }
+    QSize minimumSizeHint() const override { return {80, 22}; }
 
 Q_SIGNALS:
     /// The position changed by hand; `nCode` is a `SliderCode`.

@@ -124,6 +124,7 @@ QWidget* CColorPickerDialog::BuildComponents()
         pEdit->SetRange(0, static_cast<float>(c_aPickerMax[i]));
         pEdit->SetUnit(c_aComponents[i].nUnit);
         pEdit->setFixedWidth(64);
+        pSlider->setMinimumWidth(pSlider->sizeHint().width());
         for (QWidget* pControl : {static_cast<QWidget*>(pSlider), static_cast<QWidget*>(pEdit)})
             pControl->setAccessibleName(PlainLabel(TextOf(c_aComponents[i].nLabelId)));
         pGrid->addWidget(pRadio, i, 0);
@@ -160,6 +161,7 @@ QWidget* CColorPickerDialog::BuildComponents()
     m_pPatches = new CBeforeAfter(m_color, m_crOld, pPanel);
     m_pPatches->setToolTip(TextOf(IDS_PICK_PATCHES));
     auto* pHexRow = new QHBoxLayout;
+    pHexRow->setSpacing(c_nLabelGap);
     pHexRow->addWidget(m_pHex);
     pHexRow->addWidget(pPipette);
     pHexRow->addStretch();
