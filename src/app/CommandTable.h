@@ -94,6 +94,8 @@ std::span<const MenuItem> StartMenu();
 std::span<const MenuItem> DocumentMenu();
 /// What a right click on the caption of a child frame shows.
 std::span<const MenuItem> ViewContextMenu();
+/// The menu of the colour box's title.
+std::span<const MenuItem> ColorBoxMenu();
 
 /// The main toolbar's commands; 0 stands for a separator.
 std::span<const int> MainToolBarCommands();

@@ -12,18 +12,6 @@
 
 namespace kestrune {
 
-namespace {
-
-constexpr MenuItem c_aColorMenu[] = {
-    {MenuItemKind::Command, ID_COLOR_FOREGROUND}, {MenuItemKind::Command, ID_COLOR_BACKGROUND},
-    {MenuItemKind::Separator},
-    {MenuItemKind::Command, ID_COLOR_SWAP}, {MenuItemKind::Command, ID_COLOR_DEFAULTS},
-    {MenuItemKind::Separator},
-    {MenuItemKind::Command, ID_COLOR_PALETTE},
-};
-
-} // namespace
-
 CFrameBoxes::CFrameBoxes(CMainFrame& frame, CPaintApp& app)
     : m_frame(frame)
     , m_pHistory(new CHistoryBox)
@@ -35,7 +23,7 @@ CFrameBoxes::CFrameBoxes(CMainFrame& frame, CPaintApp& app)
     CSizingControlBar* pColorBar = frame.FrameBars().Bar(BAR_COLOR);
     pColorBar->SetContents(m_pColors);
     pColorBar->SetMenu([this](QPoint ptScreen) {
-        const std::unique_ptr<QMenu> pMenu(m_frame.CommandUi().MakeContextMenu(c_aColorMenu, &m_frame));
+        const std::unique_ptr<QMenu> pMenu(m_frame.CommandUi().MakeContextMenu(ColorBoxMenu(), &m_frame));
         pMenu->exec(ptScreen);
     });
     AddToolBoxPatches();

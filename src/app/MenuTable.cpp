@@ -138,6 +138,12 @@ constexpr MenuItem c_aViewContextMenu[] = {
     Cmd(57602),
 };
 
+constexpr MenuItem c_aColorBoxMenu[] = {
+    Cmd(40012), Cmd(40013), c_sep,
+    Cmd(40011), Cmd(40010), c_sep,
+    Cmd(40014),
+};
+
 constexpr int c_aMainToolBar[] = {57600, 57601, 57603, 57607, 0, 57635, 57634, 30082, 0, 57643, 57644, 0,
                                   30064, 30063, 30065, 30066, 0, 30140};
 
@@ -209,6 +215,11 @@ std::span<const MenuItem> DocumentMenu()
 std::span<const MenuItem> ViewContextMenu()
 {
     return c_aViewContextMenu;
+}
+
+std::span<const MenuItem> ColorBoxMenu()
+{
+    return c_aColorBoxMenu;
 }
 
 std::span<const int> MainToolBarCommands()

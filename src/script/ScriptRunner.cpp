@@ -86,6 +86,7 @@ StatementResult CScriptRunner::RunLine(const QString& strLine)
 int CScriptRunner::Run(QTextStream& script)
 {
     int nStatus = 0;
+    Settle(); // what the start has put off comes before the first line
     QString strLine;
     for (int nLine = 1; !m_context.bQuit && script.readLineInto(&strLine); nLine++) {
         const StatementResult failure = RunLine(strLine);

@@ -34,7 +34,8 @@ TEST(Accelerators, ShortcutsAsWritten)
     EXPECT_EQ(CommandOf(Qt::Key_Plus, Qt::ControlModifier | Qt::ShiftModifier), ID_ZOOM_IN);
     EXPECT_EQ(CommandOf(Qt::Key_P, Qt::NoModifier), 1005); // the pencil, not the photo brush
     EXPECT_EQ(CommandOf(Qt::Key_Space, Qt::NoModifier), 0); // the view's own
-    EXPECT_EQ(CommandOf(Qt::Key_X, Qt::NoModifier), 0);
+    EXPECT_EQ(CommandOf(Qt::Key_X, Qt::NoModifier), ID_COLOR_SWAP);
+    EXPECT_EQ(CommandOf(Qt::Key_Y, Qt::NoModifier), 0);
 }
 
 TEST(Accelerators, EveryWrittenShortcutIsUnderstood)

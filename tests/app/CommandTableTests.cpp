@@ -14,7 +14,7 @@ namespace {
 std::set<int> ShownCommands()
 {
     std::set<int> shown;
-    for (const auto& items : {StartMenu(), DocumentMenu(), ViewContextMenu()})
+    for (const auto& items : {StartMenu(), DocumentMenu(), ViewContextMenu(), ColorBoxMenu()})
         for (const MenuItem& item : items)
             if (item.kind == MenuItemKind::Command)
                 shown.insert(item.nId);

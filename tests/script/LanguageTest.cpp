@@ -52,7 +52,7 @@ TEST_F(CScriptTest, UsageErrorsEndWithStatus2)
     }
     const ScriptRun run = RunProgram({"--seed", "7", "--script", "s.txt", "--install", ".", "--", "--seed"});
     EXPECT_EQ(run.nStatus, 0) << run.strErr.toStdString();
-    EXPECT_EQ(run.out, QStringList{"1000"}) << "no document is open: no limit of colours is in force";
+    EXPECT_EQ(run.out, (QStringList{"message: Default.pal not found", "1000"})) << "no swatches in that folder; no document is open: no limit of colours is in force";
 }
 
 TEST_F(CScriptTest, WordCountsAreChecked)

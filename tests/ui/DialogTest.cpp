@@ -39,6 +39,7 @@ public:
         m_number.SetRange(0, 10);
         m_number.SetDecimalPlaces(2);
         m_number.SetUnit(NUMUNIT_CM);
+        m_number.SetValue(0);
         for (int i = 0; i < 3; i++)
             m_group.addButton(&m_radio[i], i);
         RegisterKey("Spin", &m_spin);

@@ -130,7 +130,7 @@ void CNewImageDialog::UnitChanged()
         box.SetRange(static_cast<float>(std::max(fStep, std::ceil(c_nMinSide / fPixels / fStep) * fStep)),
                      static_cast<float>(std::floor(c_nMaxSide / fPixels / fStep) * fStep));
         box.SetDelta(static_cast<float>(m_unit == UNIT_PIXEL ? 1 : fStep * 10));
-        box.SetValue(static_cast<float>(nPixels / fPixels));
+        box.SetValue(std::clamp(static_cast<float>(nPixels / fPixels), box.GetMin(), box.GetMax()));
     };
     show(*m_pWidth, m_size.cx);
     show(*m_pHeight, m_size.cy);
