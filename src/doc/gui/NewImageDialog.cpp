@@ -126,9 +126,11 @@ void CNewImageDialog::UnitChanged()
     const double fStep = std::pow(10.0, -nDecimals);
     const auto show = [&](CNumEdit& box, int nPixels) { // the size stays, its text alone changes: rounding must not creep into it
         box.SetDecimalPlaces(nDecimals);
-        // The limits shown lie inside 1..5000 pixels after rounding to the decimals of the unit.
-        box.SetRange(static_cast<float>(std::max(fStep, std::ceil(c_nMinSide / fPixels / fStep) * fStep)),
-                     static_cast<float>(std::floor(c_nMaxSide / fPixels / fStep) * fStep));
+        // The limits as the unit's decimals show them, outwards, so that 1 pixel of 0.0104 inches, shown as 0.010, is taken. They
+        // still mean 1..5000 whole pixels. A tenth of a step more keeps the rounding of the limits themselves out of it.
+        const double fMin = std::max(1.0, std::floor(c_nMinSide / fPixels / fStep)) - 0.1;
+        const double fMax = std::ceil(c_nMaxSide / fPixels / fStep) + 0.1;
+        box.SetRange(static_cast<float>(fMin * fStep), static_cast<float>(fMax * fStep));
         box.SetDelta(static_cast<float>(m_unit == UNIT_PIXEL ? 1 : fStep * 10));
         box.SetValue(std::clamp(static_cast<float>(nPixels / fPixels), box.GetMin(), box.GetMax()));
     };

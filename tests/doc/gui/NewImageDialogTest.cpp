@@ -71,6 +71,19 @@ TEST(NewImageDialog, AnotherUnitShowsTheSameSize)
     EXPECT_EQ(dialog.Params().nColorKind, COLOR_GRAY);
 }
 
+TEST(NewImageDialog, TheSmallestAndTheGreatestSideAreTakenInEveryUnit)
+{
+    for (int nUnit = 0; nUnit < UNIT_COUNT; nUnit++) {
+        CNewImageDialog dialog({1, 5000, FILL_WHITE, COLOR_RGB}, static_cast<LengthUnit>(nUnit));
+        dialog.accept();
+        EXPECT_EQ(dialog.result(), QDialog::Accepted) << nUnit;
+        EXPECT_EQ(dialog.Params().nWidth, 1) << nUnit;
+        EXPECT_EQ(dialog.Params().nHeight, 5000) << nUnit;
+        EXPECT_NE(dialog.SetKey("Width", "0"), std::nullopt) << nUnit;
+        EXPECT_NE(dialog.SetKey("Width", "5001.5"), std::nullopt) << nUnit;
+    }
+}
+
 TEST(NewImageDialog, LastValuesComeFromTheProfileAndGoBackOnOk)
 {
     CMemoryProfile profile;
