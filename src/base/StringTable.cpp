@@ -90,7 +90,7 @@ constexpr StringRow c_aStrings[] = {
     {IDS_EXPORT_TITLE, "내보내기"},
     {IDS_FILE_NAME, "파일 이름(&N):"},
     {IDS_FILE_TYPE, "파일 형식(&T):"},
-    {IDS_FILE_LOOK_IN, "찾는 위치:"},
+    {IDS_FILE_LOOK_IN, "찾는 위치(&R):"},
     {IDS_PREVIEW_NONE, "파일을 선택하면 미리 보기가 나타납니다."},
     {IDS_PREVIEW_BUSY, "읽는 중..."},
     {IDS_PREVIEW_FAILED, "미리 볼 수 없는 파일입니다."},

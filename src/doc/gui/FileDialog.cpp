@@ -6,8 +6,11 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QHeaderView>
+#include <QLabel>
 #include <QScreen>
 #include <QStandardPaths>
+#include <QTreeView>
 
 namespace kestrune {
 
@@ -64,6 +67,8 @@ CFileDialogFrame::CFileDialogFrame(CProfile& profile, Kind kind, const QString& 
     m_pTypes = m_pBrowser->findChild<QComboBox*>(QStringLiteral("fileTypeCombo"));
     if (auto* pLabel = m_pBrowser->findChild<QLabel*>(QStringLiteral("fileTypeLabel")))
         pLabel->setBuddy(m_pTypes);
+    if (auto* pLabel = m_pBrowser->findChild<QLabel*>(QStringLiteral("lookInLabel")))
+        pLabel->setBuddy(m_pBrowser->findChild<QWidget*>(QStringLiteral("lookInCombo")));
     m_pBrowser->setDirectory(StartFolder(profile, kind));
     connect(m_pBrowser, &QDialog::accepted, this, [this] {
         m_strTypedPaths.clear();
@@ -80,6 +85,11 @@ CFileDialogFrame::CFileDialogFrame(CProfile& profile, Kind kind, const QString& 
     if (!look.empty())
         m_pBrowser->restoreState(QByteArray(reinterpret_cast<const char*>(look.data()), static_cast<qsizetype>(look.size())));
     m_pBrowser->setDirectory(StartFolder(profile, kind)); // the look holds a folder of its own
+    // The name takes the room that the other columns leave; without this they are cut and there is room to spare.
+    if (auto* pTree = m_pBrowser->findChild<QTreeView*>(QStringLiteral("treeView"))) {
+        pTree->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+        pTree->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    }
     resize(sizeHint().boundedTo(screen()->availableSize()));
 }
 
