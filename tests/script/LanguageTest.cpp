@@ -50,7 +50,7 @@ TEST_F(CScriptTest, UsageErrorsEndWithStatus2)
         EXPECT_FALSE(run.strErr.isEmpty());
         EXPECT_TRUE(run.out.isEmpty());
     }
-    const ScriptRun run = RunProgram({"--seed", "7", "--script", "s.txt", "--settings", "here", "--", "--seed"});
+    const ScriptRun run = RunProgram({"--seed", "7", "--script", "s.txt", "--install", ".", "--", "--seed"});
     EXPECT_EQ(run.nStatus, 0) << run.strErr.toStdString();
     EXPECT_EQ(run.out, (QStringList{"message: Default.pal not found", "1000"})) << "no swatches in that folder; no document is open: no limit of colours is in force";
 }
