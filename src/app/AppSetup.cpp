@@ -12,6 +12,8 @@
 #include <QRawFont>
 #include <QTranslator>
 
+#include <clocale>
+
 namespace kestrune {
 
 namespace {
@@ -41,6 +43,7 @@ void PrepareApplication(QApplication& app)
     app.setDesktopFileName(QStringLiteral("kestrune"));
     // Numbers in dialogs look the same whatever the system's language; the texts are Korean.
     QLocale::setDefault(QLocale(QLocale::Korean, QLocale::SouthKorea));
+    std::setlocale(LC_NUMERIC, "C"); // the toolkit has taken the system's: a decimal comma would come into boxes and files
     SetLogSink([](const std::string& strText) { qCWarning(c_log, "%s", strText.c_str()); });
     ChooseFont(app);
     ApplyTheme(app, DesktopTheme());

@@ -65,7 +65,7 @@ void CPopup::Open()
 void CPopup::OpenAt(QPoint ptScreen)
 {
     adjustSize();
-    layout()->activate(); // the slider's place in the frame is needed now
+    layout()->setGeometry(contentsRect()); // the slider's place is needed before the frame is shown
     Place(ptScreen.x() - m_pSlider->x() - m_pSlider->ThumbX());
     m_nPosAtPress = m_pSlider->GetPos();
     // Where the screen's edge has held the popup back the thumb is taken beside its middle.

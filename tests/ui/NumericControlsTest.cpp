@@ -12,6 +12,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+
 using namespace kestrune;
 
 namespace {
@@ -214,4 +216,74 @@ TEST(Popup, DropsASliderThatWritesIntoTheBox)
     QTest::keyClick(pPopup, Qt::Key_Escape);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_EQ(window.findChild<CPopup*>(), nullptr);
+}
+
+TEST(Popup, OpensUnderThePointerAndFollowsTheHeldButton)
+{
+    QWidget window;
+    window.setGeometry(300, 200, 400, 60);
+    CNumEdit edit(&window);
+    edit.setGeometry(200, 10, 60, 24);
+    edit.SetRange(0, 100);
+    edit.SetDefault(25);
+    CPopupArrow arrow(&edit, &window);
+    arrow.setGeometry(262, 10, 16, 24);
+    window.show();
+    for (const float fValue : {0.0f, 37.0f, 100.0f}) {
+        edit.SetValue(fValue);
+        QTest::mousePress(&arrow, Qt::LeftButton, {}, {8, 12});
+        auto* pPopup = window.findChild<CPopup*>();
+        ASSERT_NE(pPopup, nullptr);
+        CPopupSlider& slider = pPopup->Slider();
+        const int nPressed = slider.mapFromGlobal(arrow.mapToGlobal(QPoint(8, 12))).x();
+        EXPECT_LE(std::abs(nPressed - slider.ThumbX()), 2) << fValue << ": the thumb lies under the pointer, but for a window's rim";
+        QTest::mouseMove(&slider, {nPressed, 11});
+        EXPECT_EQ(edit.GetValue(), fValue) << "nothing jumps";
+        const int nStep = fValue > 50 ? -40 : 40;
+        QTest::mouseMove(&slider, {nPressed + nStep, 11});
+        EXPECT_NE(edit.GetValue(), fValue) << "without a second press";
+        const float fDragged = edit.GetValue();
+        QTest::mouseRelease(&slider, Qt::LeftButton, {}, {nPressed + nStep, 11});
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        EXPECT_EQ(window.findChild<CPopup*>(), nullptr) << "a drag is done with it";
+        EXPECT_EQ(edit.GetValue(), fDragged);
+    }
+    // A plain click leaves it open, for a press of its own.
+    edit.SetValue(60);
+    QTest::mousePress(&arrow, Qt::LeftButton, {}, {8, 12});
+    auto* pPopup = window.findChild<CPopup*>();
+    ASSERT_NE(pPopup, nullptr);
+    CPopupSlider& slider = pPopup->Slider();
+    QTest::mouseRelease(&slider, Qt::LeftButton, {}, {slider.ThumbX(), 11});
+    EXPECT_TRUE(pPopup->isVisible());
+    QTest::mouseMove(&slider, {10, 11});
+    EXPECT_EQ(edit.GetValue(), 60) << "no button, no drag";
+    QTest::mouseDClick(&slider, Qt::LeftButton, {}, {slider.ThumbX(), 11});
+    EXPECT_EQ(edit.GetValue(), 25) << "back to the default";
+    pPopup->close();
+}
+
+TEST(Wheel, PartsOfAStepAddUp)
+{
+    CPopupSlider slider;
+    slider.SetRange(0, 100);
+    slider.SetPos(50);
+    CMultiSlider levels;
+    const auto turn = [](QWidget& widget, int nDelta) {
+        QWheelEvent event({6, 6}, widget.mapToGlobal(QPointF(6, 6)), {}, {0, nDelta}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(&widget, &event);
+    };
+    for (int i = 0; i < 15; i++)
+        turn(slider, 16); // twice a notch
+    EXPECT_EQ(slider.GetPos(), 52);
+    turn(slider, 100);
+    turn(slider, -100);
+    turn(slider, -20);
+    EXPECT_EQ(slider.GetPos(), 51) << "turning back begins anew";
+    turn(slider, 240);
+    EXPECT_EQ(slider.GetPos(), 53);
+    const int nLow = levels.GetHandle(0);
+    turn(levels, 60);
+    turn(levels, 60);
+    EXPECT_EQ(levels.GetHandle(0), nLow + 1);
 }

@@ -145,31 +145,37 @@ QWidget* CColorPickerDialog::BuildComponents()
         }
     });
 
-    auto* pHexLabel = new QLabel(TextOf(IDS_PICK_HEX), pPanel);
-    m_pHex = new QLineEdit(pPanel);
+    AddHexRows(*pGrid);
+    return pPanel;
+}
+
+/// Hexadecimal entry with the pipette behind it, and the colour before and now.
+void CColorPickerDialog::AddHexRows(QGridLayout& grid)
+{
+    auto* pHexLabel = new QLabel(TextOf(IDS_PICK_HEX), this);
+    m_pHex = new QLineEdit(this);
     m_pHex->setMaxLength(7);
     m_pHex->setFixedWidth(90);
     m_pHex->setAttribute(Qt::WA_InputMethodEnabled, false);
     pHexLabel->setBuddy(m_pHex);
     RegisterKey("Hex", m_pHex);
     connect(m_pHex, &QLineEdit::textChanged, this, &CColorPickerDialog::OnHexEdited);
-    auto* pPipette = new QToolButton(pPanel);
+    auto* pPipette = new QToolButton(this);
     pPipette->setIcon(LoadIcon("tools/eyedropper"));
     pPipette->setToolTip(TextOf(IDS_PICK_PIPETTE));
     pPipette->setAccessibleName(TextOf(IDS_PICK_PIPETTE));
     connect(pPipette, &QToolButton::clicked, this, &CColorPickerDialog::BeginPipette);
-    m_pPatches = new CBeforeAfter(m_color, m_crOld, pPanel);
+    m_pPatches = new CBeforeAfter(m_color, m_crOld, this);
     m_pPatches->setToolTip(TextOf(IDS_PICK_PATCHES));
     auto* pHexRow = new QHBoxLayout;
     pHexRow->setSpacing(c_nLabelGap);
     pHexRow->addWidget(m_pHex);
     pHexRow->addWidget(pPipette);
     pHexRow->addStretch();
-    pGrid->setRowMinimumHeight(PICK_COUNT, c_nGroupGap - c_nRowGap);
-    pGrid->addWidget(pHexLabel, PICK_COUNT + 1, 0);
-    pGrid->addLayout(pHexRow, PICK_COUNT + 1, 1, 1, 2);
-    pGrid->addWidget(m_pPatches, PICK_COUNT + 2, 1, 1, 2);
-    return pPanel;
+    grid.setRowMinimumHeight(PICK_COUNT, c_nGroupGap - c_nRowGap);
+    grid.addWidget(pHexLabel, PICK_COUNT + 1, 0);
+    grid.addLayout(pHexRow, PICK_COUNT + 1, 1, 1, 2);
+    grid.addWidget(m_pPatches, PICK_COUNT + 2, 1, 1, 2);
 }
 
 void CColorPickerDialog::OnEdited(PickerComponent component, int nValue)

@@ -7,6 +7,7 @@
 #include <optional>
 
 class QButtonGroup;
+class QGridLayout;
 class QLineEdit;
 
 namespace kestrune {
@@ -36,6 +37,7 @@ protected:
 private:
     QWidget* BuildCanvas();
     QWidget* BuildComponents();
+    void AddHexRows(QGridLayout& grid);
     void OnEdited(PickerComponent component, int nValue);
     void OnHexEdited(const QString& strText);
     void SetColor(COLORREF cr);
