@@ -2,6 +2,7 @@
 
 #include "base/Arith.h"
 #include "base/Log.h"
+#include "doc/files/ByteReader.h"
 #include "doc/files/Orientation.h"
 
 #include <algorithm>
@@ -21,6 +22,25 @@ constexpr png_alloc_size_t c_nMostChunkBytes = 32u << 20;
 struct PngInput {
     std::span<const std::uint8_t> rest;
 };
+
+/// The file up to the first chunk beside the pixels that claims more bytes than there are. The library makes room for the
+/// whole claim, and clears it, before it finds the file too short: some bytes would cost two gigabytes.
+std::span<const std::uint8_t> WithoutHollowChunk(std::span<const std::uint8_t> file)
+{
+    constexpr std::uint32_t c_dwPixels = 0x49444154; // "IDAT", which is read piece by piece
+    constexpr std::uint64_t c_nChecksum = 4;
+    CByteReader in(file);
+    in.Skip(8);
+    while (in.Remaining() > 0) {
+        const std::size_t nChunk = in.Pos();
+        const std::uint64_t nBytes = in.U32BE();
+        const std::uint32_t dwKind = in.U32BE();
+        in.Skip(nBytes + c_nChecksum);
+        if (!in.Ok())
+            return dwKind == c_dwPixels ? file : file.first(nChunk);
+    }
+    return file;
+}
 
 void OnPngWarning(png_structp, png_const_charp pszText)
 {
@@ -47,7 +67,7 @@ void OnPngRead(png_structp pPng, png_bytep pTo, png_size_t nBytes)
 class CPngDecoder {
 public:
     explicit CPngDecoder(std::span<const std::uint8_t> file)
-        : m_input{file}
+        : m_input{WithoutHollowChunk(file)}
     {
         m_pPng = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, OnPngError, OnPngWarning);
         m_pInfo = m_pPng ? png_create_info_struct(m_pPng) : nullptr;

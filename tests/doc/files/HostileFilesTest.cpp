@@ -3,6 +3,7 @@
 #include "base/Log.h"
 #include "doc/MetaFile.h"
 #include "doc/files/BmpFile.h"
+#include "doc/files/ByteWriter.h"
 #include "doc/files/ClpFile.h"
 #include "doc/files/CutFile.h"
 #include "doc/files/FileHeader.h"
@@ -10,11 +11,14 @@
 #include "doc/files/IcoFile.h"
 #include "doc/files/MspFile.h"
 #include "doc/files/PcxWriter.h"
+#include "doc/files/PngFile.h"
 #include "doc/files/PsdReader.h"
 #include "doc/files/PsdWriter.h"
 #include "doc/files/WpgFile.h"
 
 #include <random>
+
+#include <sys/resource.h>
 
 using namespace kestrune;
 using namespace kestrune::codectest;
@@ -241,4 +245,29 @@ TEST(HostileFiles, AClipboardThatPointsIntoItself)
     EXPECT_LT(ReadClp(clp, bitmap), 0);
     clp[2] = clp[3] = 0xFF; // 65535 formats
     EXPECT_LT(ReadClp(clp, bitmap), 0);
+}
+
+TEST(HostileFiles, APngChunkThatClaimsGigabytes)
+{
+    const FileBytes whole = SmallPng();
+    constexpr std::size_t c_nEndChunk = 12;
+    auto withClaim = [&](std::size_t nAt) {
+        FileBytes file(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(nAt));
+        CByteWriter w(file);
+        w.U32BE(0x61000025);
+        w.Text("tEXt");
+        w.Zeros(40);
+        return file;
+    };
+    auto mostKilobytes = [] {
+        rusage usage{};
+        getrusage(RUSAGE_SELF, &usage);
+        return usage.ru_maxrss;
+    };
+    const long nBefore = mostKilobytes();
+    LBitmapBase bitmap;
+    EXPECT_EQ(ReadPng(withClaim(8 + 25), bitmap), IMG_ERROR_FILE_READ); // behind the first chunk: no pixels follow
+    EXPECT_EQ(ReadPng(withClaim(whole.size() - c_nEndChunk), bitmap), IMG_SUCCESS); // behind the pixels nothing is lost
+    EXPECT_TRUE(SamePicture(ColorfulPicture(12, 7), bitmap));
+    EXPECT_LT(mostKilobytes() - nBefore, 100'000);
 }
