@@ -10,6 +10,7 @@ class CStyle : public QProxyStyle {
 public:
     CStyle();
 
+    void drawControl(ControlElement element, const QStyleOption* pOption, QPainter* pPainter, const QWidget* pWidget) const override;
     QIcon standardIcon(StandardPixmap icon, const QStyleOption* pOption, const QWidget* pWidget) const override;
 };
 
