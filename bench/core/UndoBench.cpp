@@ -55,6 +55,7 @@ struct Picture {
             for (int y = 0; y < c_nSide; y += 10)
                 Change({y * 9 / 10 + i * 40, y, y * 9 / 10 + i * 40 + 100, y + 10});
         image.m_BaseBitmap.Copy(image.m_Bitmap);
+        SettleHistory(image);
     }
     void Push() { PushRect(image, 0, 0, c_nSide, c_nSide, 22); }
     void Memcpy() { std::memcpy(to.data(), from.data(), c_nBytes); }
@@ -67,12 +68,9 @@ void RegisterShape(Shape shape)
         picture->Push();
         picture->Act();
     }
-    const double fNewest = static_cast<double>(HistoryBytes(picture->image)) / c_nBytes;
-    picture->Push(); // the newest record is thinned out when the next one comes
     const double fAll = static_cast<double>(HistoryBytes(picture->image)) / c_nBytes;
-    std::printf("20 records of 100 megapixels, 1 %% each, %s: %.3f of the picture (%.3f before the next push) %s\n",
-                c_aShapes[shape], fAll, fNewest, fAll <= 0.6 ? "ok" : "OVER");
-    picture->Act();
+    std::printf("20 records of 100 megapixels, 1 %% each, %s: %.3f of the picture <= 0.6 %s\n", c_aShapes[shape], fAll,
+                fAll <= 0.6 ? "ok" : "OVER");
 
     const std::string strEnd = std::string(", ") + c_aShapes[shape] + " / copying the picture";
     Register({"push" + strEnd, 0.02, [=] { picture->Push(); }, [=] { picture->Memcpy(); }, [=] { picture->Act(); }});

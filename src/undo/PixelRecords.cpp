@@ -83,6 +83,14 @@ void ThinOlderRecords(CPaintImage& image, const CRect& rc)
     }
 }
 
+void SettleHistory(CPaintImage& image)
+{
+    UndoPayload* pPayload = image.m_UndoList.empty() ? nullptr : image.m_UndoList.front()->pPayload;
+    CPixelSnapshot* pSnapshot = pPayload && !pPayload->IsWhole() ? pPayload->Rectangle() : nullptr;
+    if (pSnapshot && pSnapshot->IsShared())
+        pSnapshot->StartThinning(image.m_Bitmap);
+}
+
 bool PushRect(CPaintImage& image, int x1, int y1, int x2, int y2, std::uint32_t nKind)
 {
     CRect rc{std::clamp(x1, 0, image.m_nWidth), std::clamp(y1, 0, image.m_nHeight), std::clamp(x2, 0, image.m_nWidth),

@@ -85,6 +85,10 @@ void TrimHistory(CPaintImage& image);
 /// Empties one list through the records' free functions.
 void FreeRecords(CPaintImage& image, UndoDirection direction, std::list<UndoRecord*>& list);
 
+/// To be called when an act has ended, after its last change of pixels: the newest record may then keep only what the act
+/// changed, at once and on another core, rather than when the next record comes. Nothing happens where it has nothing to gain.
+void SettleHistory(CPaintImage& image);
+
 /// To be called before pixels are changed without a record (a change of colour mode). Older records keep only what
 /// their act changed; this makes each hold its whole rectangle again, so that undoing restores an older picture in
 /// full.
