@@ -49,7 +49,8 @@ const Group g_screen("screen", [] {
         Register({row.pszName, row.fAtMost, Draw(ScreenForm::Vector, {0, 0, c_nWidth, c_nHeight}), CopyOf(nBase)});
         Register({"  the same, vectors / plain form", 1, Draw(ScreenForm::Vector, {0, 0, c_nWidth, c_nHeight}),
                   Draw(ScreenForm::Plain, {0, 0, c_nWidth, c_nHeight})});
-        Register({"  a strip of 16 rows / the whole", row.fZoom < 0.2 ? 0.1 : 0.02, Draw(ScreenForm::Vector, {0, 64, c_nWidth, 80}),
+        // Its share of the rows, twice over: a strip is drawn by one core, the whole by all.
+        Register({"  a strip of 16 rows / the whole", row.fZoom < 0.2 ? 0.13 : 0.02, Draw(ScreenForm::Vector, {0, 64, c_nWidth, 80}),
                   Draw(ScreenForm::Vector, {0, 0, c_nWidth, c_nHeight})});
     }
 });

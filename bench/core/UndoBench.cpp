@@ -44,6 +44,7 @@ struct Picture {
         }
     }
     /// One act's change of 1 % of the pixels.
+    bool bActed = false; ///< since the last push
     void Act()
     {
         const int i = nStep++ % 20;
@@ -74,12 +75,19 @@ void RegisterShape(Shape shape)
 
     const std::string strEnd = std::string(", ") + c_aShapes[shape] + " / copying the picture";
     Register({"push" + strEnd, 0.02, [=] { picture->Push(); }, [=] { picture->Memcpy(); }, [=] { picture->Act(); }});
-    // 5 % of a copy, and the 1 % that is exchanged.
-    Register({"undo, newest record" + strEnd, 0.06, [=] { UndoCommand(picture->image); }, [=] { picture->Memcpy(); },
-              [=] { JumpToHistory(picture->image, static_cast<int>(HistoryRows(picture->image).size()) - 1); }});
-    Register({"undo, older record" + strEnd, 0.06, [=] { UndoCommand(picture->image); }, [=] { picture->Memcpy(); },
+    // 5 % of a copy, and the 1 % that is exchanged: an exchange moves twice what a copy does.
+    Register({"undo, newest record" + strEnd, 0.07, [=] { UndoCommand(picture->image); }, [=] { picture->Memcpy(); },
+              [=] {
+                  if (picture->bActed) {
+                      JumpToHistory(picture->image, static_cast<int>(HistoryRows(picture->image).size()) - 1);
+                  } else { // the bar before this one left a record whose act is still to come
+                      picture->Act();
+                      picture->bActed = true;
+                  }
+              }});
+    Register({"undo, older record" + strEnd, 0.07, [=] { UndoCommand(picture->image); }, [=] { picture->Memcpy(); },
               [=] { JumpToHistory(picture->image, 15); }});
-    Register({"redo, older record" + strEnd, 0.06, [=] { RedoCommand(picture->image); }, [=] { picture->Memcpy(); },
+    Register({"redo, older record" + strEnd, 0.07, [=] { RedoCommand(picture->image); }, [=] { picture->Memcpy(); },
               [=] { JumpToHistory(picture->image, 14); }});
 }
 

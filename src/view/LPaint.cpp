@@ -39,11 +39,14 @@ void LPaint::PaintDC()
         return;
     const std::ptrdiff_t nStride = static_cast<std::ptrdiff_t>(rc.Width()) * 4;
     const int nRows = std::clamp(static_cast<int>(c_nStripBytes / nStride), 1, rc.Height());
-    std::vector<std::uint32_t> strip(static_cast<std::size_t>(rc.Width()) * nRows);
+    // Kept from one call to the next: fresh memory would cost a small rectangle more than its pixels. All drawing is on one thread.
+    static std::vector<std::uint32_t> s_strip;
+    if (s_strip.size() < static_cast<std::size_t>(rc.Width()) * nRows)
+        s_strip.resize(static_cast<std::size_t>(rc.Width()) * nRows);
     for (int y = rc.top; y < rc.bottom; y += nRows) {
         const int nEnd = std::min(y + nRows, rc.bottom);
-        ScaleToScreen(m_bitmap, fZoom, {rc.left - nLeft, y - nTop, rc.right - nLeft, nEnd - nTop}, strip.data(), nStride);
-        m_painter.drawImage(QPoint(rc.left, y), QImage(reinterpret_cast<const uchar*>(strip.data()), rc.Width(), nEnd - y,
+        ScaleToScreen(m_bitmap, fZoom, {rc.left - nLeft, y - nTop, rc.right - nLeft, nEnd - nTop}, s_strip.data(), nStride);
+        m_painter.drawImage(QPoint(rc.left, y), QImage(reinterpret_cast<const uchar*>(s_strip.data()), rc.Width(), nEnd - y,
                                                        nStride, QImage::Format_RGB32));
     }
 }
