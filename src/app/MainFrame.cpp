@@ -12,6 +12,7 @@
 #include "base/Messages.h"
 #include "base/StringTable.h"
 #include "ui/Icons.h"
+#include "ui/SizableReBar.h"
 #include "undo/gui/HistoryBox.h"
 #include "view/PaintView.h"
 
@@ -38,6 +39,7 @@ constexpr QSize c_firstSize(1280, 800);
 constexpr int c_nCaption = 32;
 constexpr int c_nMainToolBarHeight = 34;
 constexpr int c_nIconSize = 20;
+constexpr char c_szReBarSection[] = "ReBar";
 /// States are shown anew at most this often (milliseconds), however busy the event loop is.
 constexpr qint64 c_nIdlePause = 40;
 
@@ -124,17 +126,17 @@ CMainFrame::~CMainFrame()
 
 void CMainFrame::CreateToolBars()
 {
-    m_pMainToolBar = addToolBar(QStringLiteral("&Main Toolbar"));
+    m_pReBar = new CSizableReBar(*this);
+    m_pMainToolBar = new QToolBar(QStringLiteral("&Main Toolbar"), this);
     m_pMainToolBar->setObjectName(QStringLiteral("Bar%1").arg(ID_VIEW_TOOLBAR));
     m_pMainToolBar->setIconSize({c_nIconSize, c_nIconSize});
     m_pMainToolBar->setFixedHeight(c_nMainToolBarHeight);
     m_pMainToolBar->setMovable(false);
     m_pMainToolBar->setToolButtonStyle(Qt::ToolButtonIconOnly);
     m_pCommandUi->FillToolBar(*m_pMainToolBar, MainToolBarCommands());
-
-    addToolBarBreak();
+    m_pReBar->AddBand(m_pMainToolBar, ID_VIEW_TOOLBAR, PlainText(FindCommand(ID_VIEW_TOOLBAR)->text));
     m_pOptionBar = new COptionBar(this);
-    addToolBar(m_pOptionBar);
+    m_pReBar->AddBand(m_pOptionBar, ID_VIEW_OPTION_BAR, PlainText(FindCommand(ID_VIEW_OPTION_BAR)->text));
 
     m_pToolBox = new CToolBox(this);
     m_pToolBox->setWindowTitle(PlainText(FindCommand(ID_VIEW_TOOLBOX)->text));
@@ -175,6 +177,7 @@ void CMainFrame::RegisterCommands()
         RegisterToggle(row.nToggleCommand, m_pBars->Bar(row.nId));
     OnCommandId(ID_RESET_BOXES, [this] {
         m_pBars->Reset();
+        m_pReBar->Reset();
         statusBar()->show();
     });
 
@@ -306,6 +309,7 @@ QMenu* CMainFrame::createPopupMenu()
 void CMainFrame::LoadState()
 {
     m_pBars->LoadState(m_app.Profile());
+    m_pReBar->LoadState(m_app.Profile(), c_szReBarSection);
     RestorePlacement(*this, m_app.Profile());
     m_pBars->Verify();
 }
@@ -317,6 +321,7 @@ void CMainFrame::SaveState()
     m_app.Preferences().SaveAll(profile);
     SaveColors(profile);
     m_pBars->SaveState(profile);
+    m_pReBar->SaveState(profile, c_szReBarSection);
     m_app.SaveRecentFiles();
     m_bStateSaved = true;
     if (!profile.Flush())

@@ -25,6 +25,7 @@ class CFrameBoxes;
 class CMdiWorkspace;
 class COptionBar;
 class CPaintApp;
+class CSizableReBar;
 class CToolBox;
 
 /// The ids of the status bar's panes.
@@ -40,6 +41,7 @@ public:
     CMdiWorkspace& Workspace() const { return *m_pWorkspace; }
     COptionBar& OptionBar() const { return *m_pOptionBar; }
     CToolBox& ToolBox() const { return *m_pToolBox; }
+    CSizableReBar& ReBar() const { return *m_pReBar; }
     CFrameBars& FrameBars() const { return *m_pBars; }
     CFrameBoxes& Boxes() const { return *m_pBoxes; }
     CCommandUi& CommandUi() const { return *m_pCommandUi; }
@@ -114,6 +116,7 @@ private:
     CMdiWorkspace* m_pWorkspace;
     COptionBar* m_pOptionBar = nullptr;
     QToolBar* m_pMainToolBar = nullptr;
+    CSizableReBar* m_pReBar = nullptr; ///< the main toolbar and the option bar
     CToolBox* m_pToolBox = nullptr;
     CCommandUi* m_pCommandUi = nullptr;
     CAccelerators* m_pAccelerators = nullptr;

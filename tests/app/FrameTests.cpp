@@ -5,9 +5,11 @@
 #include "app/OptionBar.h"
 #include "app/ToolBox.h"
 #include "doc/ColorState.h"
+#include "ui/SizableReBar.h"
 
 #include <QAction>
 #include <QComboBox>
+#include <QContextMenuEvent>
 #include <QDropEvent>
 #include <QGuiApplication>
 #include <QLineEdit>
@@ -179,6 +181,53 @@ TEST_F(Frames, AStateThatNamesAnUnknownBarIsIgnored)
         EXPECT_EQ(!Frame().FrameBars().Bar(row.nId)->isHidden(), row.bShown) << row.pszTitle;
         EXPECT_FALSE(Frame().FrameBars().Bar(row.nId)->isFloating());
     }
+}
+
+TEST_F(Frames, TheBandsOfToolBarsSurviveARestart)
+{
+    constexpr char c_szKey[] = "InformationBarStateInfo (v1.01)";
+    const int nHeight = Frame().OptionBar().height();
+    m_pApp->ExecuteCommand(ID_VIEW_TOOLBAR);
+    Restart();
+    const CSettingsProfile written(Settings());
+    const std::string text = written.GetString("ReBar", c_szKey, "");
+    EXPECT_TRUE(text.starts_with("wID=E800,cx=")) << text;
+    EXPECT_NE(text.find(",fStyle=00000009\nwID=E805,cx="), std::string::npos) << text;
+    EXPECT_TRUE(text.ends_with(",fStyle=00000001")) << text;
+    EXPECT_FALSE(m_pApp->QueryCommand(ID_VIEW_TOOLBAR).bChecked);
+    EXPECT_TRUE(m_pApp->QueryCommand(ID_VIEW_OPTION_BAR).bChecked);
+    EXPECT_EQ(Frame().OptionBar().height(), nHeight);
+
+    // The text is what counts, also where the toolkit's own state has the other order.
+    m_pApp->Profile().WriteString("ReBar", c_szKey, "wID=E805,cx=900,fStyle=00000001\nwID=E800,cx=900,fStyle=00000001");
+    Frame().LoadState();
+    QCoreApplication::processEvents();
+    const int nToolBarTop = Frame().findChild<QToolBar*>(QStringLiteral("Bar59392"))->y();
+    EXPECT_EQ(nToolBarTop, Frame().OptionBar().y() + nHeight);
+    EXPECT_EQ(Frame().OptionBar().height(), nHeight);
+    EXPECT_TRUE(m_pApp->QueryCommand(ID_VIEW_TOOLBAR).bChecked);
+    Restart();
+    EXPECT_EQ(Frame().findChild<QToolBar*>(QStringLiteral("Bar59392"))->y(), nToolBarTop);
+    m_pApp->ExecuteCommand(ID_RESET_BOXES);
+    QCoreApplication::processEvents();
+    EXPECT_LT(Frame().findChild<QToolBar*>(QStringLiteral("Bar59392"))->y(), Frame().OptionBar().y());
+}
+
+TEST_F(Frames, TheBandMenuAndTheCommandsAgree)
+{
+    QContextMenuEvent press(QContextMenuEvent::Mouse, {20, 10}, Frame().OptionBar().mapToGlobal(QPoint(20, 10)));
+    QApplication::sendEvent(&Frame().OptionBar(), &press);
+    auto* pMenu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_TRUE(pMenu);
+    ASSERT_EQ(pMenu->actions().size(), 2);
+    EXPECT_EQ(pMenu->actions()[0]->text(), QStringLiteral("기본 도구 모음"));
+    EXPECT_EQ(pMenu->actions()[1]->text(), QStringLiteral("옵션 막대"));
+    pMenu->actions()[1]->trigger();
+    pMenu->close();
+    EXPECT_FALSE(m_pApp->QueryCommand(ID_VIEW_OPTION_BAR).bChecked);
+    m_pApp->ExecuteCommand(ID_VIEW_OPTION_BAR);
+    const std::unique_ptr<QMenu> pAgain(Frame().ReBar().MakeMenu(nullptr));
+    EXPECT_TRUE(pAgain->actions()[1]->isChecked());
 }
 
 TEST_F(Frames, ABoxOffScreenComesBack)
