@@ -119,8 +119,8 @@ CMainFrame::CMainFrame(CPaintApp& app)
 CMainFrame::~CMainFrame()
 {
     disconnect(m_pWorkspace, nullptr, this, nullptr);
-    // While the frame is still one: a child takes its leave from it.
-    for (CChildFrame* pChild : std::vector<CChildFrame*>(m_children))
+    // While the frame is still one: a child takes its leave from it. Closed ones that wait for the event loop do so too.
+    for (CChildFrame* pChild : findChildren<CChildFrame*>())
         delete pChild;
 }
 
