@@ -227,6 +227,11 @@ WIDGETS = {
     "desktop": s(rrect(2, 3, 14, 11), "M8 11V14", "M5 14H11"),
     "loading": s("M8 2A6 6 0 0 1 14 8") + t(circ(8, 8, 6.5) + circ(8, 8, 5.5), opacity=.3),
     "anchor-centre": f(circ(8, 8, 2.2)),
+    # how a new selection meets the old one: the accent is what is selected afterwards
+    "select-new": at("M3 3H13V13H3Z") + s("M3 3H13V13H3Z"),
+    "select-add": at("M2 2H10V6H14V14H6V10H2Z") + s("M2 2H10V6H14V14H6V10H2Z"),
+    "select-subtract": at("M2 2H10V6H6V10H2Z") + s("M2 2H10V6H6V10H2Z", "M12 6H14V8", "M14 12V14H12", "M8 14H6V12"),
+    "select-intersect": at("M6 6H10V10H6Z", opacity=.6) + s("M2 2H10V10H2Z", "M6 6H14V14H6Z"),
 }
 for k, name in enumerate(ANCHORS):
     WIDGETS[f"anchor-{name}"] = turned(s("M3 8H12.6", head(13, 8, 0, 4)), 45 * k, 8, 8)

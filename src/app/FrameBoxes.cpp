@@ -59,6 +59,17 @@ void CFrameBoxes::ShowImage(CPaintImage* pImage)
     m_pHistory->ShowImage(pImage);
 }
 
+void CFrameBoxes::ShowPictures(bool bPictures)
+{
+    QWidget* pBox = m_frame.FrameBars().Bar(BAR_BRUSH_LIB);
+    auto* pPictures = pBox->findChild<QWidget*>(QStringLiteral("PictureWnd"));
+    if (!pPictures)
+        return;
+    pPictures->setVisible(bPictures);
+    if (auto* pBrushes = pBox->findChild<QWidget*>(QStringLiteral("BrushWnd")))
+        pBrushes->setVisible(!bPictures);
+}
+
 void CFrameBoxes::OnIdle()
 {
     m_pColors->ShowColors();

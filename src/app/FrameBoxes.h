@@ -20,6 +20,8 @@ public:
 
     /// Another picture is active; null when there is none. The old one may be gone already.
     void ShowImage(CPaintImage* pImage);
+    /// The box of the brushes shows the picture brushes in place of the brush list, or the brush list again.
+    void ShowPictures(bool bPictures);
     /// Colours that a tool has picked are shown; called when the program is idle.
     void OnIdle();
 

@@ -11,6 +11,10 @@
 #include "app/ToolBox.h"
 #include "base/Messages.h"
 #include "base/StringTable.h"
+#include "tools/ToolOptions.h"
+#include "tools/ToolRegistry.h"
+#include "tools/ToolTable.h"
+#include "tools/gui/ToolOptionPages.h"
 #include "ui/Icons.h"
 #include "ui/SizableReBar.h"
 #include "undo/gui/HistoryBox.h"
@@ -69,6 +73,7 @@ CMainFrame::CMainFrame(CPaintApp& app)
     , m_pWorkspace(new CMdiWorkspace(this))
 {
     LoadColors(m_app.Profile());
+    LoadToolOptions(m_app.Profile());
     std::error_code error;
     m_szStartDir = std::filesystem::current_path(error);
 
@@ -136,6 +141,13 @@ void CMainFrame::CreateToolBars()
     m_pCommandUi->FillToolBar(*m_pMainToolBar, MainToolBarCommands());
     m_pReBar->AddBand(m_pMainToolBar, ID_VIEW_TOOLBAR, PlainText(FindCommand(ID_VIEW_TOOLBAR)->text));
     m_pOptionBar = new COptionBar(this);
+    m_pOptionPages = new CToolOptionPages(m_pOptionBar);
+    connect(m_pOptionPages, &CToolOptionPages::Done, this, [this] {
+        if (CPaintView* pView = m_app.ActiveView())
+            pView->setFocus();
+    });
+    const ToolRow& tool = *FindToolRow(g_nCurrentTool);
+    m_pOptionBar->ShowPage(m_pOptionPages->PageOf(tool, tool.nCommand));
     m_pReBar->AddBand(m_pOptionBar, ID_VIEW_OPTION_BAR, PlainText(FindCommand(ID_VIEW_OPTION_BAR)->text));
 
     m_pToolBox = new CToolBox(this);
@@ -320,6 +332,7 @@ void CMainFrame::SaveState()
     SavePlacement(*this, profile);
     m_app.Preferences().SaveAll(profile);
     SaveColors(profile);
+    SaveToolOptions(profile);
     m_pBars->SaveState(profile);
     m_pReBar->SaveState(profile, c_szReBarSection);
     m_app.SaveRecentFiles();
@@ -449,7 +462,41 @@ void CMainFrame::ViewActivated(CPaintView& view, bool bActive)
 
 void CMainFrame::BeforePress(CPaintView& view)
 {
+    while (QWidget* pPopup = QApplication::activePopupWidget())
+        if (!pPopup->close())
+            break;
     m_pBoxes->ShowImage(view.GetImage());
+}
+
+void CMainFrame::ShowToolBars(const ToolRow& tool, int nCommand)
+{
+    m_pOptionBar->ShowPage(m_pOptionPages->PageOf(tool, nCommand));
+    CSizingControlBar* pSideBox = m_pBars->Bar(BAR_BRUSH_LIB);
+    switch (tool.sideBox) {
+    case SideBox::Hide:
+        pSideBox->hide();
+        break;
+    case SideBox::Brushes:
+    case SideBox::Pictures:
+        if (pSideBox->isHidden()) {
+            pSideBox->show();
+            pSideBox->raise();
+        }
+        m_pBoxes->ShowPictures(tool.sideBox == SideBox::Pictures);
+        break;
+    case SideBox::Keep:
+        break;
+    }
+}
+
+int CMainFrame::FloatOpacity() const
+{
+    return GetToolOption(ToolOption::FloaterOpacity);
+}
+
+int CMainFrame::MoveMode() const
+{
+    return GetToolOption(ToolOption::FloaterCopy);
 }
 
 void CMainFrame::SyncHistoryBox(CPaintView& view, int nMode)

@@ -26,6 +26,7 @@ class CMdiWorkspace;
 class COptionBar;
 class CPaintApp;
 class CSizableReBar;
+class CToolOptionPages;
 class CToolBox;
 
 /// The ids of the status bar's panes.
@@ -40,6 +41,7 @@ public:
 
     CMdiWorkspace& Workspace() const { return *m_pWorkspace; }
     COptionBar& OptionBar() const { return *m_pOptionBar; }
+    CToolOptionPages& OptionPages() const { return *m_pOptionPages; }
     CToolBox& ToolBox() const { return *m_pToolBox; }
     CSizableReBar& ReBar() const { return *m_pReBar; }
     CFrameBars& FrameBars() const { return *m_pBars; }
@@ -77,6 +79,9 @@ public:
     void ViewActivated(CPaintView& view, bool bActive) override;
     void FilesDropped(const QStringList& files) override;
     void BeforePress(CPaintView& view) override;
+    void ShowToolBars(const ToolRow& tool, int nCommand) override;
+    int FloatOpacity() const override;
+    int MoveMode() const override;
     void SyncHistoryBox(CPaintView& view, int nMode) override;
 
     LBitmapBase m_HoldBitmap; ///< what paste and capture fill before a new picture takes it over
@@ -116,6 +121,7 @@ private:
     CMdiWorkspace* m_pWorkspace;
     COptionBar* m_pOptionBar = nullptr;
     QToolBar* m_pMainToolBar = nullptr;
+    CToolOptionPages* m_pOptionPages = nullptr;
     CSizableReBar* m_pReBar = nullptr; ///< the main toolbar and the option bar
     CToolBox* m_pToolBox = nullptr;
     CCommandUi* m_pCommandUi = nullptr;

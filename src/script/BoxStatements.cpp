@@ -1,6 +1,7 @@
 #include "app/CommandTable.h"
 #include "script/ScriptContext.h"
 #include "script/ScriptFrame.h"
+#include "ui/ControlValue.h"
 
 #include <limits>
 
@@ -23,6 +24,14 @@ StatementResult PickColor(CScriptContext& context, int nCommand, const QStringLi
 }
 
 } // namespace
+
+StatementResult Option(CScriptContext& context, const QStringList& words)
+{
+    QObject* pControl = FindOptionControl(context.app, words[0], words[1]);
+    if (!pControl)
+        return QStringLiteral("no option bar has the setting \"%1\" \"%2\"").arg(words[0], words[1]);
+    return PutIntoControl(*pControl, words[2]);
+}
 
 StatementResult Foreground(CScriptContext& context, const QStringList& words)
 {

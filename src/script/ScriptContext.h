@@ -72,6 +72,7 @@ StatementResult KeyUp(CScriptContext& context, const QStringList& words);
 StatementResult Wait(CScriptContext& context, const QStringList& words);
 StatementResult Zoom(CScriptContext& context, const QStringList& words);
 
+StatementResult Option(CScriptContext& context, const QStringList& words);
 StatementResult Foreground(CScriptContext& context, const QStringList& words);
 StatementResult Background(CScriptContext& context, const QStringList& words);
 StatementResult Undo(CScriptContext& context, const QStringList& words);

@@ -6,6 +6,8 @@
 #include "app/FrameBoxes.h"
 #include "app/MainFrame.h"
 #include "app/OptionBar.h"
+#include "tools/ToolOptions.h"
+#include "tools/gui/ToolOptionPages.h"
 #include "undo/gui/HistoryBox.h"
 #include "undo/gui/HistoryModel.h"
 
@@ -35,6 +37,12 @@ QString ActiveTitle(CPaintApp& app)
 {
     app.MainFrame().UpdateCommandUi(); // titles otherwise follow when the program is idle
     return app.ActiveChild()->windowTitle();
+}
+
+QObject* FindOptionControl(CPaintApp& app, const QString& strSection, const QString& strKey)
+{
+    const ToolOptionRow* pRow = FindToolOption(strSection.toStdString(), strKey.toStdString());
+    return pRow ? app.MainFrame().OptionPages().Control(pRow->option) : nullptr;
 }
 
 void TypeZoom(CPaintApp& app, float fZoom)

@@ -15,6 +15,8 @@ bool ActivateChild(CPaintApp& app, int nIndex);
 bool CloseActiveChild(CPaintApp& app);
 /// The active child frame's title.
 QString ActiveTitle(CPaintApp& app);
+/// The option bar's control of a setting; null for an unknown setting.
+QObject* FindOptionControl(CPaintApp& app, const QString& strSection, const QString& strKey);
 /// Types a factor (1 is 100 %) into the option bar's zoom box.
 void TypeZoom(CPaintApp& app, float fZoom);
 /// The main frame, or the box of that bar id, as a picture; null when there is no such box.

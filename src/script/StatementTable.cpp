@@ -15,7 +15,7 @@ constexpr StatementRow c_aStatements[] = {
     {"close", 0, 0, statements::Close},
     {"activate", 1, 1, statements::Activate},
     {"command", 1, -1, statements::Command},
-    {"option", 3, 3, nullptr},
+    {"option", 3, 3, statements::Option},
     {"foreground", 3, 3, statements::Foreground},
     {"background", 3, 3, statements::Background},
     {"brush", 1, 1, nullptr},

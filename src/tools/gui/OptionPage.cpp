@@ -1,0 +1,316 @@
+#include "tools/gui/OptionPage.h"
+
+#include "paint/BlendMode.h"
+#include "ui/DialogRows.h"
+#include "ui/Icons.h"
+#include "ui/NumEdit.h"
+#include "ui/Popup.h"
+
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QRadioButton>
+#include <QToolButton>
+
+#include <algorithm>
+#include <cmath>
+
+namespace kestrune {
+
+namespace {
+
+constexpr int c_nLabelSpace = 4;
+constexpr int c_nControlSpace = 10;
+constexpr int c_nIcon = 20;
+constexpr int c_nHeight = 24;
+
+QString Utf8(std::string_view text)
+{
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+const ToolOptionRow& SettingOf(ToolOption option)
+{
+    return ToolOptionTable()[static_cast<std::size_t>(option)];
+}
+
+int UnitOf(OptionControl kind)
+{
+    return kind == OptionControl::Percent                                  ? NUMUNIT_PERCENT
+        : kind == OptionControl::Pixels || kind == OptionControl::Size ? NUMUNIT_PIXEL
+                                                                           : NUMUNIT_NONE;
+}
+
+/// By its number where it has one, else by its section and key.
+QString NameOf(const OptionControlRow& row)
+{
+    if (row.nControl)
+        return QStringLiteral("Control%1").arg(row.nControl);
+    if (row.option == ToolOption::Count)
+        return {};
+    const ToolOptionRow& setting = SettingOf(row.option);
+    return Utf8(setting.strSection) + u'.' + Utf8(setting.strKey);
+}
+
+} // namespace
+
+COptionPage::COptionPage(ToolBar bar, QWidget* pParent)
+    : QWidget(pParent)
+    , m_pLayout(new QHBoxLayout(this))
+    , m_pIcon(new QLabel(this))
+    , m_pTitle(new QLabel(this))
+{
+    m_pLayout->setContentsMargins(0, 0, 0, 0);
+    m_pLayout->setSpacing(0);
+    m_pLayout->addWidget(m_pIcon);
+    m_pLayout->addWidget(m_pTitle);
+    m_pIcon->setContentsMargins(0, 0, c_nControlSpace, 0);
+    m_pTitle->setContentsMargins(0, 0, c_nControlSpace, 0);
+    m_pTitle->setObjectName(QStringLiteral("EffectTitle"));
+    m_pIcon->hide();
+    m_pTitle->hide();
+    for (const OptionControlRow& row : OptionControls(bar))
+        Add(row);
+    m_pLayout->addStretch(1);
+}
+
+void COptionPage::Add(const OptionControlRow& row)
+{
+    Entry entry{&row, nullptr, nullptr, {}};
+    switch (row.kind) {
+    case OptionControl::Percent:
+    case OptionControl::Number:
+    case OptionControl::Pixels:
+    case OptionControl::Size:
+        AddLabel(entry);
+        AddNumber(entry);
+        break;
+    case OptionControl::List:
+    case OptionControl::Blend:
+        AddLabel(entry);
+        AddList(entry);
+        break;
+    case OptionControl::Check:
+        AddCheck(entry);
+        break;
+    case OptionControl::Buttons:
+    case OptionControl::Radio:
+        AddButtons(entry);
+        break;
+    case OptionControl::Hint:
+        AddLabel(entry);
+        entry.pLabel->setEnabled(false); // the quiet ink
+        break;
+    case OptionControl::Pattern:
+    case OptionControl::Texture:
+        return;
+    }
+    if (entry.pControl) {
+        entry.pControl->setObjectName(NameOf(row));
+        entry.pControl->setProperty("controlId", row.nControl);
+    }
+    m_aEntries.push_back(std::move(entry));
+    ShowOption(row.option);
+    m_pLayout->addSpacing(c_nControlSpace);
+}
+
+void COptionPage::Put(Entry& entry, QWidget* pWidget)
+{
+    m_pLayout->addWidget(pWidget);
+    entry.aWidgets.push_back(pWidget);
+    if (auto* pLabel = qobject_cast<QLabel*>(pWidget); pLabel)
+        return;
+    pWidget->setToolTip(Utf8(entry.pRow->tip));
+    pWidget->setAccessibleName(PlainLabel(Utf8(entry.pRow->label)));
+    if (entry.pLabel && !entry.pLabel->buddy())
+        entry.pLabel->setBuddy(pWidget);
+}
+
+void COptionPage::AddLabel(Entry& entry)
+{
+    entry.pLabel = new QLabel(Utf8(entry.pRow->label), this);
+    entry.pLabel->setContentsMargins(0, 0, c_nLabelSpace, 0);
+    Put(entry, entry.pLabel);
+}
+
+void COptionPage::AddNumber(Entry& entry)
+{
+    const ToolOptionRow& setting = SettingOf(entry.pRow->option);
+    auto* pEdit = new CNumEdit(this);
+    pEdit->SetUnit(UnitOf(entry.pRow->kind));
+    pEdit->SetRange(static_cast<float>(setting.nMin), static_cast<float>(setting.nMax));
+    pEdit->SetDefault(static_cast<float>(setting.nDefault));
+    pEdit->setFocusPolicy(Qt::StrongFocus);
+    pEdit->setFixedHeight(c_nHeight);
+    const QString strWidest = QString::fromStdString(FormatNumber(static_cast<float>(setting.nMax), 0, pEdit->GetUnit()));
+    pEdit->setFixedWidth(std::max(pEdit->fontMetrics().horizontalAdvance(strWidest), pEdit->fontMetrics().horizontalAdvance(u'0') * 4) + 14);
+    pEdit->installEventFilter(this);
+    const ToolOption option = entry.pRow->option;
+    connect(pEdit, &CNumEdit::ValueEdited, this, [option](float f) { SetToolOption(option, static_cast<int>(std::lround(f))); });
+    connect(pEdit, &QLineEdit::returnPressed, this, [this, pEdit] {
+        Settle(*pEdit);
+        Q_EMIT Done();
+    });
+    entry.pControl = pEdit;
+    Put(entry, pEdit);
+    if (entry.pRow->kind != OptionControl::Size) {
+        auto* pArrow = new CPopupArrow(pEdit, this);
+        pArrow->setFixedHeight(c_nHeight);
+        m_pLayout->addWidget(pArrow);
+        entry.aWidgets.push_back(pArrow);
+    }
+}
+
+/// A number beyond the range becomes its end, and what is no number gives way to the setting.
+void COptionPage::Settle(CNumEdit& edit)
+{
+    Q_EMIT edit.editingFinished(); // works out a sum
+    const int nCode = edit.Verify();
+    if (nCode == NUM_OK)
+        return;
+    for (const Entry& entry : m_aEntries) {
+        if (entry.pControl != &edit)
+            continue;
+        if (nCode == NUM_OUT_OF_RANGE)
+            SetToolOption(entry.pRow->option, static_cast<int>(std::clamp(edit.GetValue(), edit.GetMin(), edit.GetMax())));
+        edit.SetValue(static_cast<float>(GetToolOption(entry.pRow->option)));
+    }
+}
+
+void COptionPage::AddList(Entry& entry)
+{
+    auto* pCombo = new QComboBox(this);
+    if (entry.pRow->kind == OptionControl::Blend)
+        for (const std::string_view name : c_aBlendNames)
+            pCombo->addItem(Utf8(name));
+    for (const OptionItem& item : entry.pRow->items)
+        pCombo->addItem(Utf8(item.text));
+    pCombo->setMaxVisibleItems(BLEND_COUNT);
+    pCombo->setFixedHeight(c_nHeight);
+    pCombo->setFocusPolicy(Qt::TabFocus); // a click leaves the keyboard with the picture
+    pCombo->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    const ToolOption option = entry.pRow->option;
+    connect(pCombo, &QComboBox::activated, this, [this, option](int nIndex) {
+        SetToolOption(option, SettingOf(option).nMin + nIndex);
+        Q_EMIT Done();
+    });
+    entry.pControl = pCombo;
+    Put(entry, pCombo);
+}
+
+void COptionPage::AddCheck(Entry& entry)
+{
+    auto* pCheck = new QCheckBox(Utf8(entry.pRow->label), this);
+    pCheck->setFocusPolicy(Qt::TabFocus);
+    const ToolOption option = entry.pRow->option;
+    connect(pCheck, &QCheckBox::clicked, this, [option](bool bChecked) { SetToolOption(option, bChecked); });
+    entry.pControl = pCheck;
+    Put(entry, pCheck);
+}
+
+void COptionPage::AddButtons(Entry& entry)
+{
+    const ToolOption option = entry.pRow->option;
+    auto* pGroup = new QButtonGroup(this);
+    int nId = SettingOf(option).nMin;
+    for (const OptionItem& item : entry.pRow->items) {
+        QAbstractButton* pButton = nullptr;
+        if (entry.pRow->kind == OptionControl::Radio) {
+            pButton = new QRadioButton(Utf8(item.text), this);
+            pButton->setContentsMargins(0, 0, c_nLabelSpace, 0);
+        } else {
+            auto* pTool = new QToolButton(this);
+            pTool->setAutoRaise(true);
+            pTool->setIcon(LoadIcon(Utf8(item.icon)));
+            pTool->setIconSize({16, 16});
+            pTool->setFixedSize(c_nHeight, c_nHeight);
+            pButton = pTool;
+        }
+        pButton->setCheckable(true);
+        pButton->setFocusPolicy(Qt::TabFocus);
+        Put(entry, pButton);
+        pButton->setAccessibleName(Utf8(item.text));
+        if (entry.pRow->tip.empty())
+            pButton->setToolTip(Utf8(item.text));
+        pGroup->addButton(pButton, nId++);
+    }
+    connect(pGroup, &QButtonGroup::idClicked, this, [option](int nClicked) { SetToolOption(option, nClicked); });
+    entry.pControl = pGroup;
+}
+
+QObject* COptionPage::Control(ToolOption option) const
+{
+    const auto it = std::find_if(m_aEntries.begin(), m_aEntries.end(),
+                                 [&](const Entry& entry) { return entry.pControl && entry.pRow->option == option; });
+    return it == m_aEntries.end() ? nullptr : it->pControl;
+}
+
+void COptionPage::ShowOption(ToolOption option)
+{
+    QObject* pControl = option == ToolOption::Count ? nullptr : Control(option);
+    if (!pControl)
+        return;
+    const int nValue = GetToolOption(option);
+    if (auto* pEdit = qobject_cast<CNumEdit*>(pControl)) {
+        // What says the same already is left as it stands: somebody may be typing there.
+        if (pEdit->Verify() != NUM_OK || std::lround(pEdit->GetValue()) != nValue)
+            pEdit->SetValue(static_cast<float>(nValue));
+    } else if (auto* pCombo = qobject_cast<QComboBox*>(pControl)) {
+        pCombo->setCurrentIndex(nValue - SettingOf(option).nMin);
+    } else if (auto* pGroup = qobject_cast<QButtonGroup*>(pControl)) {
+        pGroup->button(nValue)->setChecked(true);
+    } else if (auto* pCheck = qobject_cast<QCheckBox*>(pControl)) {
+        pCheck->setChecked(nValue != 0);
+    }
+}
+
+bool COptionPage::IsFor(OptionFor tools, const ToolRow& tool, int nCommand)
+{
+    switch (tools) {
+    case OptionFor::Shapes: return tool.nId == TOOL_RECT_SELECT || tool.nId == TOOL_ELLIPSE_SELECT;
+    case OptionFor::Outlines: return tool.nId == TOOL_FREE_SELECT || tool.nId == TOOL_POLYGON_SELECT;
+    case OptionFor::Wand: return tool.nId == TOOL_MAGIC_WAND;
+    case OptionFor::Strength: {
+        const EffectRow* pEffect = FindEffectRow(nCommand);
+        return pEffect && !pEffect->strLabel.empty();
+    }
+    case OptionFor::All: break;
+    }
+    return true;
+}
+
+void COptionPage::ShowTool(const ToolRow& tool, int nCommand)
+{
+    m_pIcon->setVisible(tool.nBarIcon != 0);
+    if (tool.nBarIcon)
+        m_pIcon->setPixmap(LoadIcon(ToolIconName(nCommand)).pixmap(QSize(c_nIcon, c_nIcon), devicePixelRatioF()));
+    const EffectRow* pEffect = FindEffectRow(nCommand);
+    m_pTitle->setVisible(pEffect != nullptr);
+    if (pEffect)
+        m_pTitle->setText(Utf8(pEffect->strTitle));
+    for (Entry& entry : m_aEntries) {
+        const bool bShown = IsFor(entry.pRow->tools, tool, nCommand);
+        for (QWidget* pWidget : entry.aWidgets)
+            pWidget->setVisible(bShown);
+        if (entry.pRow->tools == OptionFor::Strength && bShown && entry.pLabel)
+            entry.pLabel->setText(Utf8(pEffect->strLabel));
+    }
+}
+
+bool COptionPage::eventFilter(QObject* pObject, QEvent* pEvent)
+{
+    auto* pEdit = qobject_cast<CNumEdit*>(pObject);
+    if (pEdit && pEvent->type() == QEvent::FocusOut && static_cast<QFocusEvent*>(pEvent)->reason() != Qt::PopupFocusReason)
+        Settle(*pEdit);
+    if (pEdit && pEvent->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(pEvent)->key() == Qt::Key_Escape) {
+        Settle(*pEdit);
+        Q_EMIT Done();
+        return true;
+    }
+    return QWidget::eventFilter(pObject, pEvent);
+}
+
+} // namespace kestrune

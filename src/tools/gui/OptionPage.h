@@ -1,0 +1,62 @@
+#pragma once
+
+#include "tools/gui/OptionTable.h"
+
+#include <QWidget>
+
+#include <vector>
+
+class QHBoxLayout;
+class QLabel;
+
+namespace kestrune {
+
+class CNumEdit;
+
+/// The option bar of one family of tools: a row of controls made from the table of controls, each bound to its setting.
+class COptionPage : public QWidget {
+    Q_OBJECT
+public:
+    explicit COptionPage(ToolBar bar, QWidget* pParent = nullptr);
+
+    /// Shows what the bar has for this tool of the family: its picture, its own controls, an effect's title and label.
+    void ShowTool(const ToolRow& tool, int nCommand);
+    /// The control of a setting, a widget or a QButtonGroup; null when this bar has none.
+    QObject* Control(ToolOption option) const;
+    /// The setting changed: its control follows, without telling anybody.
+    void ShowOption(ToolOption option);
+
+    QSize minimumSizeHint() const override { return {0, 0}; }
+
+Q_SIGNALS:
+    /// The user is done with a control: the keyboard goes back to the picture.
+    void Done();
+
+protected:
+    bool eventFilter(QObject* pObject, QEvent* pEvent) override;
+
+private:
+    struct Entry {
+        const OptionControlRow* pRow;
+        QObject* pControl;
+        QLabel* pLabel;                  ///< before the control; null without one
+        std::vector<QWidget*> aWidgets;  ///< all that stands in the bar for it
+    };
+
+    void Add(const OptionControlRow& row);
+    void AddLabel(Entry& entry);
+    void AddNumber(Entry& entry);
+    void AddList(Entry& entry);
+    void AddCheck(Entry& entry);
+    void AddButtons(Entry& entry);
+    void Put(Entry& entry, QWidget* pWidget);
+    void Settle(CNumEdit& edit);
+    static bool IsFor(OptionFor tools, const ToolRow& tool, int nCommand);
+
+    QHBoxLayout* m_pLayout;
+    QLabel* m_pIcon;
+    QLabel* m_pTitle; ///< of an effect
+    std::vector<Entry> m_aEntries;
+};
+
+} // namespace kestrune

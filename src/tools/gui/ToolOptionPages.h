@@ -1,0 +1,40 @@
+#pragma once
+
+#include "tools/gui/OptionTable.h"
+
+#include <QObject>
+
+#include <map>
+
+class QWidget;
+
+namespace kestrune {
+
+class COptionPage;
+
+/// The option bars of all tools. Each is made when it is first needed, so that the start does not wait for them. While this
+/// lives it listens to the settings, and every bar follows a change, whoever made it.
+class CToolOptionPages : public QObject {
+    Q_OBJECT
+public:
+    /// Pages are made as children of `pParent`.
+    explicit CToolOptionPages(QWidget* pParent);
+    ~CToolOptionPages() override;
+
+    /// The bar of that tool, showing what it has for it. The same widget for every tool of a family.
+    QWidget* PageOf(const ToolRow& tool, int nCommand);
+    /// The control through which a setting is changed; null for a setting without one.
+    QObject* Control(ToolOption option);
+
+Q_SIGNALS:
+    /// The user is done with a control: the keyboard goes back to the picture.
+    void Done();
+
+private:
+    COptionPage& Page(ToolBar bar);
+
+    QWidget* m_pParent;
+    std::map<ToolBar, COptionPage*> m_mapPages;
+};
+
+} // namespace kestrune
