@@ -22,7 +22,11 @@ inline constexpr std::uint32_t UNDO_MOVE_SELECTION = 20;
 inline constexpr std::uint32_t UNDO_BRUSH = 22;
 inline constexpr std::uint32_t UNDO_CROP = 39;
 inline constexpr std::uint32_t UNDO_RESIZE = 41;
+inline constexpr std::uint32_t UNDO_CANVAS = 42;
 inline constexpr std::uint32_t UNDO_ROTATE = 43;
+inline constexpr std::uint32_t UNDO_CLEAR = 47;
+inline constexpr std::uint32_t UNDO_MIRROR_SELECTION = 48;
+inline constexpr std::uint32_t UNDO_FLIP_SELECTION = 49;
 
 /// The row of an id; for an unknown one group 0 and an empty name.
 UndoKind FindUndoKind(std::uint32_t nId);
