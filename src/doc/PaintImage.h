@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Geometry.h"
+#include "base/Matrix3.h"
 #include "doc/Bitmap.h"
 #include "doc/ColorState.h"
 #include "doc/ImageSite.h"
@@ -62,10 +63,22 @@ public:
     /// Makes the base bitmap the picture with the selection erased to the background colour, by the mask's bytes; nothing in
     /// move mode "copy".
     void CutFloatHole();
-    /// Rebuilds `m_Bitmap`: the base bitmap with the float over it at `m_rcFloat`, at the site's opacity, and repaints what
-    /// the float left and what it covers. `dx` and `dy` are the way it was moved, already in `m_rcFloat`; `nMaskStride` is
-    /// the length of the float mask's rows.
+    /// Rebuilds `m_Bitmap`: the base bitmap with the float over it, at the site's opacity, and repaints what the float left and
+    /// what it covers. The float's corner stands at (`m_nFloatX`, `m_nFloatY`); what of it lies in `m_rcFloat` is seen. `dx` and `dy`
+    /// are the way it was moved, already in those; `nMaskStride` is the length of the float mask's rows.
     void CompositeFloat(int dx, int dy, int nMaskStride);
+    /// What the composite of a moved float starts from: the base bitmap for all of the picture, or, when nobody has written to
+    /// either bitmap since the last composite, just what the float leaves and covers, whatever the picture's size.
+    enum class CompositeFrom { Base, LastStep };
+    /// Puts the float's corner there: `m_rcFloat` becomes the part inside the picture, a pending transform moves along, and the
+    /// float is composited.
+    void MoveFloatTo(int x, int y, CompositeFrom from);
+    /// Resamples the float through a map of picture points to picture points; its rectangle becomes the bounding box of the mapped
+    /// corners. Composites it over the base bitmap, so the caller lifts it before. False, with all as it was, when nothing would be left of it
+    /// or it would be larger than memory should hold. Throws std::bad_alloc, with all as it was.
+    bool TransformFloat(const Matrix3& transform);
+    /// The corners of the float's rectangle in the picture.
+    Quad FloatCorners() const;
     /// Releases the float bitmap and mask.
     void ReleaseFloat();
 
@@ -119,7 +132,9 @@ public:
     int m_nGroupDepth = 0;
     int m_nHistoryIndex = 0;
     std::uint32_t m_nGroupKind = 0;
-    bool m_bTransforming = false;
+    bool m_bTransforming = false; ///< corners and matrix of a transform stand that was not applied yet; of the float as it is
+    Quad m_Corner{};              ///< where a pending transform shows the float's corners, in the picture
+    Matrix3 m_Transform;          ///< the pending transform, picture points to picture points
     CRect m_rcCrop;
     CPoint m_ptCropDrag;
     bool m_bCropActive = false;
@@ -136,8 +151,13 @@ private:
     bool ReadMetafileSize(const std::filesystem::path& path, CSize& size);
     void FinishCreation();
 
+    CRect FloatTarget(int nMaskStride) const;
+    void BlendFloat(const CRect& rc, int nMaskStride);
+    void RestoreBase(const CRect& rc, const CRect& rcExcept);
+    void RepaintComposite(const CRect& rc);
+
     CImageSite* m_pSite;
-    CRect m_rcComposited; ///< where `CompositeFloat` last put the float; empty before the first time
+    CRect m_rcComposited; ///< where the float was last put into `m_Bitmap`; empty before the first time
 };
 
 } // namespace kestrune

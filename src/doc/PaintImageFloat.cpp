@@ -2,6 +2,8 @@
 
 #include "base/Arith.h"
 #include "base/ParallelRows.h"
+#include "doc/FloatKernels.h"
+#include "doc/ProjectiveResample.h"
 
 #include <algorithm>
 #include <cstring>
@@ -17,17 +19,6 @@ void EraseRow(std::uint8_t* pRow, const std::uint8_t* pMask, int nWidth, const s
         const int nAlpha = bHard ? HardenAlpha(pMask[x]) : pMask[x];
         for (int c = 0; c < 3; c++)
             pRow[x * 3 + c] = Lerp255(pRow[x * 3 + c], bgr[c], nAlpha);
-    }
-}
-
-/// Moves each pixel toward the float's by the float mask times the opacity.
-void BlendRow(std::uint8_t* pRow, const std::uint8_t* pFloat, const std::uint8_t* pMask, int nWidth, int nOpacity, bool bHard)
-{
-    for (int x = 0; x < nWidth; x++) {
-        const int nScaled = Mul255(pMask[x], nOpacity);
-        const int nAlpha = bHard ? HardenAlpha(nScaled) : nScaled;
-        for (int c = 0; c < 3; c++)
-            pRow[x * 3 + c] = Lerp255(pRow[x * 3 + c], pFloat[x * 3 + c], nAlpha);
     }
 }
 
@@ -59,6 +50,7 @@ void CPaintImage::ReleaseFloat()
     m_pFloatMask.reset();
     m_FloatBitmap.Free();
     m_rcComposited = {};
+    m_bTransforming = false; // it was of that float
 }
 
 void CPaintImage::CutFloatHole()
@@ -80,30 +72,122 @@ void CPaintImage::CutFloatHole()
     });
 }
 
-void CPaintImage::CompositeFloat(int, int, int nMaskStride)
+/// The part of the picture that the float covers.
+CRect CPaintImage::FloatTarget(int nMaskStride) const
 {
-    const int nOpacity = static_cast<int>(Site().FloatOpacity() * 255 / 100.0);
-    m_Bitmap.Copy(m_BaseBitmap);
-    CRect rc = Intersect(m_rcFloat, {0, 0, m_nWidth, m_nHeight});
-    // The float may be smaller than its rectangle says only by a caller's mistake; its memory is the limit all the same.
-    rc = Intersect(rc, {m_rcFloat.left, m_rcFloat.top, m_rcFloat.left + m_FloatBitmap.GetWidth(),
-                        m_rcFloat.top + m_FloatBitmap.GetHeight()});
-    if (m_pFloatMask && nMaskStride > 0 && nMaskStride <= m_FloatBitmap.GetWidth() && !rc.IsEmpty()) {
-        rc.right = std::min(rc.right, m_rcFloat.left + nMaskStride);
-        const int nSkipX = rc.left - m_rcFloat.left, nSkipY = rc.top - m_rcFloat.top;
-        const bool bHard = IsHardAlpha();
-        m_Bitmap.DetachRows(rc.top, rc.bottom);
-        ParallelRows(rc.Height(), 32, [&](int y0, int y1) {
-            for (int y = y0; y < y1; y++)
-                BlendRow(m_Bitmap.WriteRow(rc.top + y) + rc.left * 3, m_FloatBitmap.Row(nSkipY + y) + nSkipX * 3,
-                         m_pFloatMask.get() + static_cast<std::size_t>(nSkipY + y) * nMaskStride + nSkipX, rc.Width(), nOpacity,
-                         bHard);
-        });
+    if (!m_pFloatMask || nMaskStride <= 0 || nMaskStride > m_FloatBitmap.GetWidth())
+        return {};
+    // Its memory is the limit, whatever a caller's rectangles say.
+    const CRect rcMemory{m_nFloatX, m_nFloatY, m_nFloatX + nMaskStride, m_nFloatY + m_FloatBitmap.GetHeight()};
+    return Intersect(Intersect(m_rcFloat, rcMemory), {0, 0, m_nWidth, m_nHeight});
+}
+
+/// Writes the float over the base bitmap into that part of `m_Bitmap`.
+void CPaintImage::BlendFloat(const CRect& rc, int nMaskStride)
+{
+    const FloatCover cover{static_cast<int>(Site().FloatOpacity() * 255 / 100.0), IsHardAlpha()};
+    m_Bitmap.DetachRows(rc.top, rc.bottom);
+    ParallelRows(rc.Height(), 32, [&](int y0, int y1) {
+        for (int y = rc.top + y0; y < rc.top + y1; y++) {
+            const int xFloat = rc.left - m_nFloatX, yFloat = y - m_nFloatY;
+            BlendFloatRow({m_BaseBitmap.Row(y) + rc.left * 3, m_FloatBitmap.Row(yFloat) + xFloat * 3,
+                           m_pFloatMask.get() + static_cast<std::size_t>(yFloat) * nMaskStride + xFloat, m_Bitmap.WriteRow(y) + rc.left * 3,
+                           rc.Width()},
+                          cover);
+        }
+    });
+}
+
+/// Brings a part of `m_Bitmap` back to the base bitmap, but not what is about to be written anyway.
+void CPaintImage::RestoreBase(const CRect& rc, const CRect& rcExcept)
+{
+    m_Bitmap.DetachRows(rc.top, rc.bottom);
+    for (int y = rc.top; y < rc.bottom; y++) {
+        const auto copy = [&](int x1, int x2) {
+            if (x2 > x1)
+                std::memcpy(m_Bitmap.WriteRow(y) + x1 * 3, m_BaseBitmap.Row(y) + x1 * 3, static_cast<std::size_t>(x2 - x1) * 3);
+        };
+        if (y < rcExcept.top || y >= rcExcept.bottom) {
+            copy(rc.left, rc.right);
+        } else {
+            copy(rc.left, std::min(rc.right, rcExcept.left));
+            copy(std::max(rc.left, rcExcept.right), rc.right);
+        }
     }
+}
+
+void CPaintImage::RepaintComposite(const CRect& rc)
+{
     // The first time the hole that it was lifted from changes too.
     const CRect rcBefore = m_rcComposited.IsEmpty() ? m_rcFloatStart : m_rcComposited;
-    m_rcComposited = m_rcFloat;
-    Site().RepaintRect(Intersect(Unite(m_rcFloat, rcBefore), {0, 0, m_nWidth, m_nHeight}));
+    m_rcComposited = rc;
+    Site().RepaintRect(Intersect(Unite(rc, rcBefore), {0, 0, m_nWidth, m_nHeight}));
+}
+
+void CPaintImage::CompositeFloat(int, int, int nMaskStride)
+{
+    m_Bitmap.Copy(m_BaseBitmap);
+    const CRect rc = FloatTarget(nMaskStride);
+    BlendFloat(rc, nMaskStride);
+    RepaintComposite(rc);
+}
+
+void CPaintImage::MoveFloatTo(int x, int y, CompositeFrom from)
+{
+    const int dx = x - m_nFloatX, dy = y - m_nFloatY;
+    m_nFloatX = x;
+    m_nFloatY = y;
+    m_rcFloat = Intersect({x, y, x + m_nFloatW, y + m_nFloatH}, {0, 0, m_nWidth, m_nHeight});
+    if (m_bTransforming) {
+        m_Transform = m_Transform * Matrix3{{{1, 0, -static_cast<double>(dx)}, {0, 1, -static_cast<double>(dy)}, {0, 0, 1}}};
+        m_Transform.Translate(dx, dy);
+        for (PointF& pt : m_Corner)
+            pt = {pt.x + dx, pt.y + dy};
+    }
+    const int nMaskStride = m_FloatBitmap.GetWidth();
+    if (from == CompositeFrom::Base)
+        return CompositeFloat(dx, dy, nMaskStride);
+    const CRect rc = FloatTarget(nMaskStride);
+    RestoreBase(m_rcComposited, rc);
+    BlendFloat(rc, nMaskStride);
+    RepaintComposite(rc);
+}
+
+Quad CPaintImage::FloatCorners() const
+{
+    const double x1 = m_nFloatX, y1 = m_nFloatY, x2 = m_nFloatX + m_nFloatW, y2 = m_nFloatY + m_nFloatH;
+    return {PointF{x1, y1}, PointF{x2, y1}, PointF{x2, y2}, PointF{x1, y2}};
+}
+
+bool CPaintImage::TransformFloat(const Matrix3& transform)
+{
+    constexpr std::int64_t c_nMostPixels = std::int64_t{1} << 28;
+    if (!m_pFloatMask)
+        return false;
+    // From the float's own corner to the picture.
+    Matrix3 map = transform * Matrix3{{{1, 0, static_cast<double>(m_nFloatX)}, {0, 1, static_cast<double>(m_nFloatY)}, {0, 0, 1}}};
+    const CRect rc = ProjectedRect(map, m_FloatBitmap.GetWidth(), m_FloatBitmap.GetHeight());
+    if (rc.IsEmpty() || static_cast<std::int64_t>(rc.Width()) * rc.Height() > c_nMostPixels)
+        return false;
+    map.Translate(-rc.left, -rc.top);
+    Matrix3 inverse; // a map that collapses leaves it so, and some of the float is seen where it lay flat
+    map.Invert(inverse);
+    LBitmapBase pixels;
+    pixels.Create(rc.Width(), rc.Height(), 24, ORDER_BGR);
+    std::unique_ptr<std::uint8_t[]> pMask(new std::uint8_t[static_cast<std::size_t>(rc.Width()) * rc.Height()]);
+    ResampleProjective({m_FloatBitmap, m_pFloatMask.get()}, inverse, {pixels, pMask.get()});
+    m_FloatBitmap = std::move(pixels);
+    m_pFloatMask = std::move(pMask);
+    m_nFloatX = rc.left;
+    m_nFloatY = rc.top;
+    m_nFloatW = rc.Width();
+    m_nFloatH = rc.Height();
+    m_rcFloat = m_rcFloatStart = Intersect(rc, {0, 0, m_nWidth, m_nHeight});
+    m_bFloatReady = true;
+    m_bSelection = false;
+    m_bTransforming = false;
+    CompositeFloat(0, 0, m_nFloatW);
+    return true;
 }
 
 } // namespace kestrune

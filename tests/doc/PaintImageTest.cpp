@@ -284,6 +284,10 @@ TEST_F(PaintImageTest, TheFloatAgreesWithAPlainReference)
         ASSERT_TRUE(image.GetMaskBounds(rc.left, rc.top, rc.right, rc.bottom));
         image.CaptureFloat(rc.left, rc.top, rc.Width(), rc.Height());
         image.m_rcFloat = image.m_rcFloatStart = rc;
+        image.m_nFloatX = rc.left;
+        image.m_nFloatY = rc.top;
+        image.m_nFloatW = rc.Width();
+        image.m_nFloatH = rc.Height();
         const auto Alpha = [&](int x, int y, int nOpacity) {
             const int a = Div255(image.m_pMask[y * w + x] * nOpacity);
             return bHard ? (a < 128 ? 0 : 255) : a;
@@ -304,15 +308,16 @@ TEST_F(PaintImageTest, TheFloatAgreesWithAPlainReference)
                 }
         ASSERT_EQ(BytesOf(image.m_BaseBitmap), base) << i;
 
-        for (int nMove = 0; nMove < 4; nMove++) {
+        CRect rcSeen = rc;
+        for (int nMove = 0; nMove < 6; nMove++) {
             const int dx = static_cast<int>(random() % 90) - 45, dy = static_cast<int>(random() % 60) - 30;
-            const CRect rcBefore = image.m_rcFloat;
-            image.m_rcFloat.Offset(dx, dy);
-            image.CompositeFloat(dx, dy, rc.Width());
+            const bool bAll = nMove == 0 || random() % 3 == 0;
+            image.MoveFloatTo(rc.left + dx, rc.top + dy, bAll ? CPaintImage::CompositeFrom::Base : CPaintImage::CompositeFrom::LastStep);
+            EXPECT_EQ(image.m_rcFloat, Intersect({rc.left + dx, rc.top + dy, rc.right + dx, rc.bottom + dy}, {0, 0, w, h}));
             std::vector<std::uint8_t> wanted = base;
             for (int y = rc.top; y < rc.bottom; y++)
                 for (int x = rc.left; x < rc.right; x++) {
-                    const int tx = x - rc.left + image.m_rcFloat.left, ty = y - rc.top + image.m_rcFloat.top;
+                    const int tx = x + dx, ty = y + dy;
                     if (!CRect{0, 0, w, h}.Contains(tx, ty))
                         continue;
                     for (int c = 0; c < 3; c++) {
@@ -322,7 +327,8 @@ TEST_F(PaintImageTest, TheFloatAgreesWithAPlainReference)
                 }
             ASSERT_EQ(BytesOf(image.m_Bitmap), wanted) << i << ' ' << nMove;
             EXPECT_EQ(BytesOf(image.m_BaseBitmap), base);
-            EXPECT_EQ(site.rcRepainted, Intersect(Unite(rcBefore, image.m_rcFloat), {0, 0, w, h}));
+            EXPECT_EQ(site.rcRepainted, Unite(rcSeen, image.m_rcFloat));
+            rcSeen = image.m_rcFloat.IsEmpty() ? rc : image.m_rcFloat; // where nothing is, the place that it was lifted from stands
         }
     }
 }
