@@ -2,8 +2,10 @@
 
 #include "app/CommandTable.h"
 #include "app/MainFrame.h"
+#include "app/PaintApp.h"
 #include "base/Messages.h"
 #include "base/StringTable.h"
+#include "filters/gui/FilterCommands.h"
 #include "view/PaintView.h"
 
 #include <QCloseEvent>
@@ -58,6 +60,8 @@ CChildFrame::CChildFrame(std::unique_ptr<CPaintDoc> pDoc, CMainFrame& frame)
     setMinimumSize(160, 96);
     OnUpdateFrameTitle();
 
+    RegisterFilterCommands(
+        *m_pView, [this] { return m_pDoc->m_pImage.get(); }, GetApp()->Profile(), m_pView);
     OnCommandId(ID_FILE_CLOSE, [this] { close(); });
 }
 

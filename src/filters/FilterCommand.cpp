@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace kestrune {
 
@@ -62,6 +63,21 @@ void CommitSelection(CPaintImage& image)
     });
 }
 
+FilterRunner& TheRunner()
+{
+    static FilterRunner s_runner;
+    return s_runner;
+}
+
+void RunReal(const FilterRow& row, const FilterRun& run)
+{
+    const auto work = [&] { row.operation(run); };
+    if (const FilterRunner& runner = TheRunner())
+        runner(work);
+    else
+        work();
+}
+
 void PushFilter(CPaintImage& image, const FilterRow& row)
 {
     PushRect(image, 0, 0, image.m_nWidth, image.m_nHeight, row.nUndoKind);
@@ -82,7 +98,7 @@ void RunAtOnce(CPaintImage& image, const FilterRow* pRow)
         const FilterValues values;
         if (pRow->undo == FilterUndo::BeforeRun)
             PushFilter(image, *pRow);
-        pRow->operation({image, nullptr, nullptr, 0, 0, image.m_nWidth, image.m_nHeight, values, true});
+        RunReal(*pRow, {image, nullptr, nullptr, 0, 0, image.m_nWidth, image.m_nHeight, values, true});
         if (pRow->undo != FilterUndo::BeforeRun)
             PushFilter(image, *pRow);
     }
@@ -122,8 +138,13 @@ void PreviewFilter(const FilterRow& row, CPaintImage& image, FilterDialogData& d
 void ApplyFilter(const FilterRow& row, CPaintImage& image, FilterDialogData& data)
 {
     if (row.operation)
-        row.operation({image, &data.bmpPreview, &data.bmpSource, 0, 0, data.bmpPreview.GetWidth(),
-                       data.bmpPreview.GetHeight(), data.values, true});
+        RunReal(row, {image, &data.bmpPreview, &data.bmpSource, 0, 0, data.bmpPreview.GetWidth(), data.bmpPreview.GetHeight(),
+                      data.values, true});
+}
+
+void SetFilterRunner(FilterRunner runner)
+{
+    TheRunner() = std::move(runner);
 }
 
 void CommitFilter(CPaintImage& image)

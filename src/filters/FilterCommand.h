@@ -3,6 +3,8 @@
 #include "doc/Bitmap.h"
 #include "filters/FilterTable.h"
 
+#include <functional>
+
 namespace kestrune {
 
 class CPaintImage;
@@ -31,6 +33,10 @@ public:
 void PreviewFilter(const FilterRow& row, CPaintImage& image, FilterDialogData& data, const CRect& rc);
 /// The real run, over the selection bitmap or the working bitmap. Nothing is merged yet.
 void ApplyFilter(const FilterRow& row, CPaintImage& image, FilterDialogData& data);
+/// How the real run of an operation is called; null calls it at once. The shell's runner keeps the window drawn meanwhile and
+/// returns (or throws what the operation threw) when it has ended.
+using FilterRunner = std::function<void(const std::function<void()>& work)>;
+void SetFilterRunner(FilterRunner runner);
 /// Ends every filter command: the base bitmap follows, or the selection bitmap goes into the working bitmap through the
 /// selection mask; then the view is repainted.
 void CommitFilter(CPaintImage& image);

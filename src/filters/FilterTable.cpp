@@ -160,6 +160,8 @@ bool IsBranchlessFilterCommand(int nCommand)
     return std::ranges::binary_search(c_anBranchless, nCommand);
 }
 
+std::span<const int> BranchlessFilterCommands() { return c_anBranchless; }
+
 int FindFilterParam(const FilterRow& row, std::string_view strKey)
 {
     const auto it = std::ranges::find(row.params, strKey, &FilterParam::strKey);

@@ -92,6 +92,7 @@ const FilterRow* FindFilter(int nCommand);
 
 /// Commands that a handler is given but has no branch for: they change nothing and leave no record.
 bool IsBranchlessFilterCommand(int nCommand);
+std::span<const int> BranchlessFilterCommands();
 
 /// The index of a parameter in `FilterValues::an`, -1 for an unknown key.
 int FindFilterParam(const FilterRow& row, std::string_view strKey);

@@ -1,0 +1,45 @@
+#include "filters/Curves.h"
+#include "filters/gui/ColorBalanceDialog.h"
+#include "filters/gui/FilterDialog.h"
+#include "filters/gui/HueSaturationDialog.h"
+#include "filters/gui/MatrixDialog.h"
+
+namespace kestrune {
+
+std::unique_ptr<CFilterDialog> MakeFilterDialog(const FilterRow& row, CPaintImage& image, FilterDialogData& data, QWidget* pParent)
+{
+    switch (row.dialog) {
+    case FilterDialogKind::Common:
+    case FilterDialogKind::Colourize:
+        return std::make_unique<CCommonFilterDialog>(row, image, data, pParent);
+    case FilterDialogKind::Matrix:
+        return std::make_unique<CMatrixDialog>(row, image, data, pParent);
+    case FilterDialogKind::HueSaturation:
+        return std::make_unique<CHueSaturationDialog>(row, image, data, pParent);
+    case FilterDialogKind::ColorBalance:
+        return std::make_unique<CColorBalanceDialog>(row, image, data, pParent);
+    default:
+        return nullptr;
+    }
+}
+
+CFilterDialogHost::CFilterDialogHost(CProfile& profile, QWidget* pParent)
+    : m_profile(profile)
+    , m_pParent(pParent)
+{
+}
+
+bool CFilterDialogHost::DoModal(const FilterRow& row, CPaintImage& image, FilterDialogData& data)
+{
+    PrepareFilterDialog(image, data);
+    data.values = LoadFilterValues(row, m_profile);
+    const std::unique_ptr<CFilterDialog> pDialog = MakeFilterDialog(row, image, data, m_pParent);
+    if (!pDialog || pDialog->DoModal() != QDialog::Accepted)
+        return false;
+    SaveFilterValues(row, data.values, m_profile);
+    if (row.undo == FilterUndo::AfterDialog)
+        ApplyFilter(row, image, data);
+    return true;
+}
+
+} // namespace kestrune
