@@ -23,8 +23,8 @@ constexpr int c_nMidtones = 1;
 
 } // namespace
 
-CColorBalanceDialog::CColorBalanceDialog(const FilterRow& row, CPaintImage& image, FilterDialogData& data, QWidget* pParent)
-    : CFilterDialog(row, image, data, pParent)
+CColorBalanceDialog::CColorBalanceDialog(const FilterRow& row, CPaintImage& image, FilterDialogData& dialogData, QWidget* pParent)
+    : CFilterDialog(row, image, dialogData, pParent)
     , m_pRanges(new QButtonGroup(this))
     , m_pLuminosity(new QCheckBox(TextOf(IDS_BALANCE_LUMINOSITY)))
 {

@@ -14,7 +14,7 @@ namespace kestrune {
 class CColorBalanceDialog : public CFilterDialog {
     Q_OBJECT
 public:
-    CColorBalanceDialog(const FilterRow& row, CPaintImage& image, FilterDialogData& data, QWidget* pParent);
+    CColorBalanceDialog(const FilterRow& row, CPaintImage& image, FilterDialogData& dialogData, QWidget* pParent);
 
 private:
     ColorBalanceValues& Balance() { return std::get<ColorBalanceValues>(Values().extra); }

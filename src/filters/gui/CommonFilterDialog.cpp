@@ -25,8 +25,8 @@ const QString c_strColorKey = QStringLiteral("Color");
 
 } // namespace
 
-CCommonFilterDialog::CCommonFilterDialog(const FilterRow& row, CPaintImage& image, FilterDialogData& data, QWidget* pParent)
-    : CFilterDialog(row, image, data, pParent)
+CCommonFilterDialog::CCommonFilterDialog(const FilterRow& row, CPaintImage& image, FilterDialogData& dialogData, QWidget* pParent)
+    : CFilterDialog(row, image, dialogData, pParent)
 {
     auto* pGrid = new CDialogRows;
     for (std::size_t i = 0; i < row.params.size(); i++)

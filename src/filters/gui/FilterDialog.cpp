@@ -6,11 +6,11 @@
 
 namespace kestrune {
 
-CFilterDialog::CFilterDialog(const FilterRow& row, CPaintImage& image, FilterDialogData& data, QWidget* pParent)
+CFilterDialog::CFilterDialog(const FilterRow& row, CPaintImage& image, FilterDialogData& dialogData, QWidget* pParent)
     : CPaintDialog(pParent)
     , m_row(row)
     , m_image(image)
-    , m_data(data)
+    , m_data(dialogData)
 {
     setWindowTitle(QString::fromUtf8(row.strTitle.data(), static_cast<qsizetype>(row.strTitle.size())));
 }

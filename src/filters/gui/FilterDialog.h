@@ -17,8 +17,8 @@ class CSliderEdit;
 class CFilterDialog : public CPaintDialog {
     Q_OBJECT
 public:
-    /// `data` is prepared, with the values that the dialog opens with, and outlives the dialog.
-    CFilterDialog(const FilterRow& row, CPaintImage& image, FilterDialogData& data, QWidget* pParent);
+    /// `dialogData` is prepared, with the values that the dialog opens with, and outlives the dialog.
+    CFilterDialog(const FilterRow& row, CPaintImage& image, FilterDialogData& dialogData, QWidget* pParent);
 
     CFilterPreview& Preview() { return *m_pPreview; }
 
@@ -45,7 +45,7 @@ private:
 class CCommonFilterDialog : public CFilterDialog {
     Q_OBJECT
 public:
-    CCommonFilterDialog(const FilterRow& row, CPaintImage& image, FilterDialogData& data, QWidget* pParent);
+    CCommonFilterDialog(const FilterRow& row, CPaintImage& image, FilterDialogData& dialogData, QWidget* pParent);
 
     std::optional<QString> SetKey(const QString& strKey, const QString& strValue) override;
 
@@ -71,6 +71,6 @@ private:
 };
 
 /// The dialog of a row, of whichever class it is; null for a row without one.
-std::unique_ptr<CFilterDialog> MakeFilterDialog(const FilterRow& row, CPaintImage& image, FilterDialogData& data, QWidget* pParent);
+std::unique_ptr<CFilterDialog> MakeFilterDialog(const FilterRow& row, CPaintImage& image, FilterDialogData& dialogData, QWidget* pParent);
 
 } // namespace kestrune

@@ -1,23 +1,28 @@
-#include "filters/Curves.h"
 #include "filters/gui/ColorBalanceDialog.h"
+#include "filters/gui/CurvesDialog.h"
 #include "filters/gui/FilterDialog.h"
 #include "filters/gui/HueSaturationDialog.h"
+#include "filters/gui/LevelsDialog.h"
 #include "filters/gui/MatrixDialog.h"
 
 namespace kestrune {
 
-std::unique_ptr<CFilterDialog> MakeFilterDialog(const FilterRow& row, CPaintImage& image, FilterDialogData& data, QWidget* pParent)
+std::unique_ptr<CFilterDialog> MakeFilterDialog(const FilterRow& row, CPaintImage& image, FilterDialogData& dialogData, QWidget* pParent)
 {
     switch (row.dialog) {
     case FilterDialogKind::Common:
     case FilterDialogKind::Colourize:
-        return std::make_unique<CCommonFilterDialog>(row, image, data, pParent);
+        return std::make_unique<CCommonFilterDialog>(row, image, dialogData, pParent);
     case FilterDialogKind::Matrix:
-        return std::make_unique<CMatrixDialog>(row, image, data, pParent);
+        return std::make_unique<CMatrixDialog>(row, image, dialogData, pParent);
     case FilterDialogKind::HueSaturation:
-        return std::make_unique<CHueSaturationDialog>(row, image, data, pParent);
+        return std::make_unique<CHueSaturationDialog>(row, image, dialogData, pParent);
     case FilterDialogKind::ColorBalance:
-        return std::make_unique<CColorBalanceDialog>(row, image, data, pParent);
+        return std::make_unique<CColorBalanceDialog>(row, image, dialogData, pParent);
+    case FilterDialogKind::Levels:
+        return std::make_unique<CLevelsDialog>(row, image, dialogData, pParent);
+    case FilterDialogKind::Curves:
+        return std::make_unique<CCurvesDialog>(row, image, dialogData, pParent);
     default:
         return nullptr;
     }

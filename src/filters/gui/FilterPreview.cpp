@@ -14,12 +14,12 @@
 
 namespace kestrune {
 
-CFilterPreview::CFilterPreview(FilterDialogData& data, int nPane, std::function<void(const CRect& rc)> run, QWidget* pParent)
+CFilterPreview::CFilterPreview(FilterDialogData& dialogData, int nPane, std::function<void(const CRect& rc)> run, QWidget* pParent)
     : QWidget(pParent)
-    , m_data(data)
-    , m_geometry({data.bmpPreview.GetWidth(), data.bmpPreview.GetHeight()}, nPane)
+    , m_data(dialogData)
+    , m_geometry({dialogData.bmpPreview.GetWidth(), dialogData.bmpPreview.GetHeight()}, nPane)
     , m_run(std::move(run))
-    , m_pPane(new CPreviewPane(m_geometry, data.bmpPreview))
+    , m_pPane(new CPreviewPane(m_geometry, dialogData.bmpPreview))
 {
     m_timer.setSingleShot(true);
     m_timer.setTimerType(Qt::PreciseTimer);

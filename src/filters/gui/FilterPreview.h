@@ -27,8 +27,8 @@ public:
     static constexpr int c_nViewDelay = 50;
     static constexpr int c_nParameterDelay = 150;
 
-    /// The bitmaps of `data` are prepared and outlive the preview. `run` filters a rectangle of the picture into its preview bitmap.
-    CFilterPreview(FilterDialogData& data, int nPane, std::function<void(const CRect& rc)> run, QWidget* pParent = nullptr);
+    /// The bitmaps of `dialogData` are prepared and outlive the preview. `run` filters a rectangle of the picture into its preview bitmap.
+    CFilterPreview(FilterDialogData& dialogData, int nPane, std::function<void(const CRect& rc)> run, QWidget* pParent = nullptr);
 
     /// Starts the timer, or starts it anew.
     void StartTimer(int nDelay);

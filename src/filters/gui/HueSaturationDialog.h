@@ -13,7 +13,7 @@ namespace kestrune {
 class CHueSaturationDialog : public CFilterDialog {
     Q_OBJECT
 public:
-    CHueSaturationDialog(const FilterRow& row, CPaintImage& image, FilterDialogData& data, QWidget* pParent);
+    CHueSaturationDialog(const FilterRow& row, CPaintImage& image, FilterDialogData& dialogData, QWidget* pParent);
 
 private:
     HueSaturationValues& Ranges() { return std::get<HueSaturationValues>(Values().extra); }

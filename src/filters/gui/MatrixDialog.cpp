@@ -28,8 +28,8 @@ CNumEdit* MakeNumber(float fMin, float fMax, int nValue)
 } // namespace
 
 // Loading and saving of a matrix have never had a file format; buttons that do nothing are left out.
-CMatrixDialog::CMatrixDialog(const FilterRow& row, CPaintImage& image, FilterDialogData& data, QWidget* pParent)
-    : CFilterDialog(row, image, data, pParent)
+CMatrixDialog::CMatrixDialog(const FilterRow& row, CPaintImage& image, FilterDialogData& dialogData, QWidget* pParent)
+    : CFilterDialog(row, image, dialogData, pParent)
     , m_pScale(MakeNumber(1, c_fLargest, Matrix().nScale))
     , m_pOffset(MakeNumber(-c_fLargest, c_fLargest, Matrix().nOffset))
 {

@@ -12,7 +12,7 @@ class CNumEdit;
 class CMatrixDialog : public CFilterDialog {
     Q_OBJECT
 public:
-    CMatrixDialog(const FilterRow& row, CPaintImage& image, FilterDialogData& data, QWidget* pParent);
+    CMatrixDialog(const FilterRow& row, CPaintImage& image, FilterDialogData& dialogData, QWidget* pParent);
 
     std::optional<QString> SetKey(const QString& strKey, const QString& strValue) override;
 
