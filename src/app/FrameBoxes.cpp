@@ -5,17 +5,44 @@
 #include "app/ToolBox.h"
 #include "resources/PaletteColors.h"
 #include "resources/Swatches.h"
+#include "resources/gui/BrushBox.h"
 #include "resources/gui/ColorBar.h"
 #include "resources/gui/ColorPatches.h"
 #include "resources/gui/PaletteDialog.h"
+#include "tools/ToolOptions.h"
+#include "tools/ToolRegistry.h"
+#include "tools/ToolTable.h"
+#include "tools/gui/OptionTable.h"
 #include "undo/gui/HistoryBox.h"
 
+#include <QStackedWidget>
+
+#include <optional>
+
 namespace kestrune {
+
+namespace {
+
+enum SidePage { PAGE_BRUSHES, PAGE_PICTURES };
+
+/// The setting of the current tool that says how far apart its dabs lie; nothing for a tool without one.
+std::optional<ToolOption> SpacingOfTool()
+{
+    const ToolRow* pTool = FindToolRow(g_nCurrentTool);
+    for (const OptionControlRow& row : OptionControls(pTool ? pTool->bar : ToolBar::None))
+        if (row.option != ToolOption::Count && ToolOptionTable()[static_cast<std::size_t>(row.option)].strKey == "Space")
+            return row.option;
+    return {};
+}
+
+} // namespace
 
 CFrameBoxes::CFrameBoxes(CMainFrame& frame, CPaintApp& app)
     : m_frame(frame)
     , m_pHistory(new CHistoryBox)
     , m_pColors(new CColorBar(DefaultSwatchPath(app.InstallFolder())))
+    , m_pBrushes(new CDlgBrushBox(app.InstallFolder()))
+    , m_pSidePages(new QStackedWidget)
 {
     MapColors(); // the settings have set the two colours
     m_pColors->ShowColors();
@@ -26,8 +53,21 @@ CFrameBoxes::CFrameBoxes(CMainFrame& frame, CPaintApp& app)
         const std::unique_ptr<QMenu> pMenu(m_frame.CommandUi().MakeContextMenu(ColorBoxMenu(), &m_frame));
         pMenu->exec(ptScreen);
     });
+    AddBrushBox();
     AddToolBoxPatches();
     RegisterCommands();
+}
+
+void CFrameBoxes::AddBrushBox()
+{
+    m_pSidePages->addWidget(m_pBrushes);
+    m_frame.FrameBars().Bar(BAR_BRUSH_LIB)->SetContents(m_pSidePages);
+    // Queued: the message about missing brushes must not hold up what else waits for the window.
+    QObject::connect(&m_frame, &CMainFrame::FirstPainted, m_pBrushes, &CDlgBrushBox::EnsureLoaded, Qt::QueuedConnection);
+    QObject::connect(m_pBrushes, &CDlgBrushBox::SpacingRequested, m_pBrushes, [](int nPercent) {
+        if (const std::optional<ToolOption> option = SpacingOfTool())
+            SetToolOption(*option, nPercent);
+    });
 }
 
 void CFrameBoxes::AddToolBoxPatches()
@@ -51,6 +91,18 @@ void CFrameBoxes::RegisterCommands()
     m_frame.OnCommandId(ID_COLOR_FOREGROUND, [this] { m_pColors->PickColor(false); });
     m_frame.OnCommandId(ID_COLOR_BACKGROUND, [this] { m_pColors->PickColor(true); });
     m_frame.OnCommandId(ID_COLOR_PALETTE, [this] { CPaletteDialog(&m_frame).DoModal(); });
+    constexpr struct {
+        int nId;
+        void (CDlgBrushBox::*act)();
+    } aBrushCommands[] = {
+        {ID_BRUSH_NEW, &CDlgBrushBox::OnNew},         {ID_BRUSH_DELETE, &CDlgBrushBox::OnDelete},
+        {ID_BRUSH_OPEN, &CDlgBrushBox::OnOpen},       {ID_BRUSH_SAVE, &CDlgBrushBox::OnSave},
+        {ID_BRUSH_FILE, &CDlgBrushBox::OnFileChosen}, {ID_BRUSH_SOFT_EDGE, &CDlgBrushBox::OnSoftEdgeChanged},
+        {ID_BRUSH_LIST_MODE, &CDlgBrushBox::OnListMode},
+    };
+    for (const auto& command : aBrushCommands)
+        m_frame.OnCommandId(command.nId, [this, act = command.act] { (m_pBrushes->*act)(); },
+                            [this, nId = command.nId](CommandState& state) { state.bChecked = nId == ID_BRUSH_LIST_MODE && m_pBrushes->IsListMode(); });
 }
 
 void CFrameBoxes::ShowImage(CPaintImage* pImage)
@@ -61,19 +113,15 @@ void CFrameBoxes::ShowImage(CPaintImage* pImage)
 
 void CFrameBoxes::ShowPictures(bool bPictures)
 {
-    QWidget* pBox = m_frame.FrameBars().Bar(BAR_BRUSH_LIB);
-    auto* pPictures = pBox->findChild<QWidget*>(QStringLiteral("PictureWnd"));
-    if (!pPictures)
-        return;
-    pPictures->setVisible(bPictures);
-    if (auto* pBrushes = pBox->findChild<QWidget*>(QStringLiteral("BrushWnd")))
-        pBrushes->setVisible(!bPictures);
+    if (m_pSidePages->count() > PAGE_PICTURES)
+        m_pSidePages->setCurrentIndex(bPictures ? PAGE_PICTURES : PAGE_BRUSHES);
 }
 
 void CFrameBoxes::OnIdle()
 {
     m_pColors->ShowColors();
     m_pToolBoxPatches->SetColors(g_crForeground, g_crBackground);
+    m_pBrushes->EnableSpacing(SpacingOfTool().has_value());
 }
 
 } // namespace kestrune

@@ -1,9 +1,12 @@
 #pragma once
 
+class QStackedWidget;
+
 namespace kestrune {
 
 class CColorBar;
 class CColorPatches;
+class CDlgBrushBox;
 class CHistoryBox;
 class CMainFrame;
 class CPaintApp;
@@ -17,6 +20,9 @@ public:
 
     CHistoryBox& History() const { return *m_pHistory; }
     CColorBar& Colors() const { return *m_pColors; }
+    CDlgBrushBox& Brushes() const { return *m_pBrushes; }
+    /// What shares the box of the brushes: the brush box is its first page, the list of picture brushes its second.
+    QStackedWidget& SidePages() const { return *m_pSidePages; }
 
     /// Another picture is active; null when there is none. The old one may be gone already.
     void ShowImage(CPaintImage* pImage);
@@ -27,11 +33,14 @@ public:
 
 private:
     void AddToolBoxPatches();
+    void AddBrushBox();
     void RegisterCommands();
 
     CMainFrame& m_frame;
     CHistoryBox* m_pHistory;
     CColorBar* m_pColors;
+    CDlgBrushBox* m_pBrushes;
+    QStackedWidget* m_pSidePages;
     CColorPatches* m_pToolBoxPatches = nullptr; ///< the same two colours below the tools
 };
 

@@ -11,6 +11,7 @@
 #include "app/ToolBox.h"
 #include "base/Messages.h"
 #include "base/StringTable.h"
+#include "resources/gui/BrushBox.h"
 #include "tools/ToolOptions.h"
 #include "tools/ToolRegistry.h"
 #include "tools/ToolTable.h"
@@ -466,6 +467,7 @@ void CMainFrame::BeforePress(CPaintView& view)
         if (!pPopup->close())
             break;
     m_pBoxes->ShowImage(view.GetImage());
+    m_pBoxes->Brushes().SettleBrush(); // the stroke that begins paints with what the box shows
 }
 
 void CMainFrame::ShowToolBars(const ToolRow& tool, int nCommand)

@@ -6,6 +6,7 @@
 #include "app/FrameBoxes.h"
 #include "app/MainFrame.h"
 #include "app/OptionBar.h"
+#include "resources/gui/BrushBox.h"
 #include "tools/ToolOptions.h"
 #include "tools/gui/ToolOptionPages.h"
 #include "undo/gui/HistoryBox.h"
@@ -94,6 +95,11 @@ QStringList HistoryTexts(CPaintApp& app)
         rows << (i == box.CurrentRow() ? u"* " : bUndone ? u"- " : u"  ") + index.data().toString();
     }
     return rows;
+}
+
+void LoadBoxes(CPaintApp& app)
+{
+    app.MainFrame().Boxes().Brushes().EnsureLoaded();
 }
 
 bool IsFrameOpen(CPaintApp& app)

@@ -27,6 +27,8 @@ bool ClickHistoryRow(CPaintApp& app, int nRow);
 /// The rows of the history box, oldest first: `*` for the current one, `-` for one that redo would bring back, else a blank;
 /// a blank; the row's text.
 QStringList HistoryTexts(CPaintApp& app);
+/// What the boxes load once the window has been painted, at once.
+void LoadBoxes(CPaintApp& app);
 /// Closes every document without a question, as the end of a script does.
 void DropDocuments(CPaintApp& app);
 /// True while the main frame is open.

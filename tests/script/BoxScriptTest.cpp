@@ -49,6 +49,9 @@ TEST_F(CScriptTest, MissingSwatchesAreSaidOnce)
     ASSERT_TRUE(QDir(m_folder.path()).mkdir("empty"));
     const ScriptRun run = RunProgram({"--install", Path("empty"), "--script", "-"}, "new 5 5 white rgb\nprint size\ncommand 30136\ncommand 30136\n");
     EXPECT_EQ(run.nStatus, 0) << run.strErr.toStdString();
-    EXPECT_EQ(run.out, (QStringList{"message: Default.pal not found", "5 5"})) << "at the start, not at each showing of the box";
+    EXPECT_EQ(run.out, (QStringList{"message: Default.pal not found",
+                                    "message: 브러시 파일이 존재하지 않습니다.\\n프로그램이 정상적으로 작동할 수 없습니다.\\n프로그램을 다시 설치하십시오.",
+                                    "5 5"}))
+        << "at the start, not at each showing of the box";
     EXPECT_EQ(Output("print colors\n"), QStringList{"1000"}) << "the folder that ships has them";
 }
