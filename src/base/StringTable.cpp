@@ -1,7 +1,7 @@
 #include "base/StringTable.h"
 
 #include <algorithm>
-#include <iterator>
+#include <array>
 
 namespace kestrune {
 
@@ -12,8 +12,8 @@ struct StringRow {
     std::string_view text;
 };
 
-// Ascending by number.
-constexpr StringRow c_aStrings[] = {
+// By subject; `c_aStrings` is the same rows by number.
+constexpr auto c_aRows = std::to_array<StringRow>({
     {IDS_OLE_INIT_FAILED, "프로그램을 시작하지 못했습니다. 시스템 초기화에 실패하였습니다."},
     {IDS_PRODUCT_NAME, "케스트룬"},
     {IDS_NO_BRUSH_FILES, "브러시 파일이 존재하지 않습니다.\n프로그램이 정상적으로 작동할 수 없습니다.\n프로그램을 다시 설치하십시오."},
@@ -268,24 +268,23 @@ constexpr StringRow c_aStrings[] = {
     {IDS_BRUSH_ZOOM_OUT, "축소"},
     {IDS_BRUSH_ZOOM_TIP, "누르면 100 %로 보고, 끌면 브러시를 옮깁니다."},
     {IDS_SAVE_FAILED, "문서를 저장하지 못했습니다."},
-};
+});
 
-constexpr bool IsAscending()
+constexpr auto Sorted()
 {
-    for (std::size_t i = 1; i < std::size(c_aStrings); i++)
-        if (c_aStrings[i - 1].nId >= c_aStrings[i].nId)
-            return false;
-    return true;
+    auto aRows = c_aRows;
+    std::ranges::sort(aRows, {}, &StringRow::nId);
+    return aRows;
 }
-static_assert(IsAscending(), "a number stands twice or out of order");
+constexpr auto c_aStrings = Sorted();
+static_assert(std::ranges::adjacent_find(c_aStrings, {}, &StringRow::nId) == c_aStrings.end(), "a number stands twice");
 
 } // namespace
 
 std::string_view StringText(int nId)
 {
-    const auto it = std::lower_bound(std::begin(c_aStrings), std::end(c_aStrings), nId,
-                                     [](const StringRow& row, int id) { return row.nId < id; });
-    return it != std::end(c_aStrings) && it->nId == nId ? it->text : std::string_view{};
+    const auto it = std::ranges::lower_bound(c_aStrings, nId, {}, &StringRow::nId);
+    return it != c_aStrings.end() && it->nId == nId ? it->text : std::string_view{};
 }
 
 } // namespace kestrune
