@@ -213,5 +213,19 @@ inline constexpr int IDS_BRUSH_CURVE_RESET_TIP = 60730;
 inline constexpr int IDS_BRUSH_ZOOM_IN = 60731;
 inline constexpr int IDS_BRUSH_ZOOM_OUT = 60732;
 inline constexpr int IDS_BRUSH_ZOOM_TIP = 60733;
+// Selection: the mask, its commands and tools
+inline constexpr int IDS_BOUNDARY_MEMORY = 60830;
+inline constexpr int IDS_FEATHER_TITLE = 60831;
+inline constexpr int IDS_BORDER_TITLE = 60832;
+inline constexpr int IDS_GROW_TITLE = 60833;
+inline constexpr int IDS_SHRINK_TITLE = 60834;
+inline constexpr int IDS_MASK_RADIUS = 60835;
+inline constexpr int IDS_MASK_WIDTH = 60836;
+inline constexpr int IDS_FEATHER_TIP = 60837;
+inline constexpr int IDS_BORDER_TIP = 60838;
+inline constexpr int IDS_GROW_TIP = 60839;
+inline constexpr int IDS_SHRINK_TIP = 60840;
+inline constexpr int IDS_BORDER_NEGATIVE = 60841;
+inline constexpr int IDS_COMBINE_UNKNOWN = 60842;
 
 } // namespace kestrune

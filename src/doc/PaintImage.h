@@ -6,11 +6,13 @@
 #include "doc/ColorState.h"
 #include "doc/ImageSite.h"
 #include "doc/MetaFile.h"
+#include "selection/BoundaryTracer.h"
 
 #include <cstdint>
 #include <filesystem>
 #include <list>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -24,12 +26,6 @@ enum ColorMode { MODE_BITMAP = 0, MODE_16COLORS = 1, MODE_256COLORS = 2, MODE_GR
 enum FillKind { FILL_WHITE = 0, FILL_BLACK = 1, FILL_BACKGROUND = 2 };
 /// Colour kinds of `Create`.
 enum ColorKind { COLOR_BITMAP = 0, COLOR_GRAY = 1, COLOR_RGB = 2 };
-
-/// One segment of the mask's boundary, in image coordinates.
-struct BoundarySegment {
-    int x1, y1, x2, y2;
-    bool bOpen;
-};
 
 /// The message of a failed load, with the error's number behind it.
 std::string LoadErrorText(int nError);
@@ -84,7 +80,15 @@ public:
 
     /// Fills in the mask's bounding box, right and bottom exclusive; true when the mask is not empty (else the whole picture).
     bool GetMaskBounds(int& x1, int& y1, int& x2, int& y2);
-    void InvalidateMaskBounds() { m_bMaskBoundsValid = false; }
+    /// To be called after every change of the mask's bytes: bounds and boundary are found anew when they are asked for.
+    void InvalidateMaskBounds()
+    {
+        m_bMaskBoundsValid = false;
+        m_nMaskSerial++;
+    }
+    /// Brings `m_pBoundaryAll` and `m_pBoundary` up to date and returns the latter: the boundary of the mask, limited to the mask's
+    /// bounds. Traced only when the mask has changed since; empty, after a message, when memory is short.
+    std::span<const MaskSegment> GetBoundary();
     /// True when the pixel's mask byte is over 127; false outside the picture.
     bool IsInMask(int x, int y) const;
     /// Moves the mask; what leaves the picture is lost. Its record in the history is the caller's, before the call.
@@ -138,8 +142,9 @@ public:
     CRect m_rcCrop;
     CPoint m_ptCropDrag;
     bool m_bCropActive = false;
-    std::vector<BoundarySegment> m_pBoundary;    ///< clipped to the visible rectangle
-    std::vector<BoundarySegment> m_pBoundaryAll; ///< in whole
+    std::vector<MaskSegment> m_pBoundaryAll;  ///< the mask's boundary as `GetBoundary` last traced it
+    std::span<const MaskSegment> m_pBoundary; ///< of it what lies in the mask's bounds, which is all
+    std::uint32_t m_nMaskSerial = 0;          ///< another number after each change of the mask
     bool m_bMaskEmpty = true;
     bool m_bMaskBoundsValid = true;
     int m_nMaskX1 = 0, m_nMaskX2 = 0, m_nMaskY1 = 0, m_nMaskY2 = 0;
@@ -150,7 +155,9 @@ private:
     void ClassifyLoaded();
     bool ReadMetafileSize(const std::filesystem::path& path, CSize& size);
     void FinishCreation();
+    MaskPlane Mask() const { return {m_pMask.get(), m_nWidth, m_nHeight}; }
 
+    std::uint32_t m_nTracedSerial = 0; ///< the mask's number when its boundary was traced
     CRect FloatTarget(int nMaskStride) const;
     void BlendFloat(const CRect& rc, int nMaskStride);
     void RestoreBase(const CRect& rc, const CRect& rcExcept);

@@ -1,47 +1,21 @@
 #include "doc/PaintImage.h"
 
+#include "base/Messages.h"
+#include "base/StringTable.h"
+#include "selection/MaskBounds.h"
+
 #include <algorithm>
 #include <cstring>
 #include <vector>
 
 namespace kestrune {
 
-namespace {
-
-/// The first byte of [0, n) that is not 0, or n. Eight bytes at a time: most of a mask is empty.
-int FirstSet(const std::uint8_t* p, int n)
-{
-    int i = 0;
-    for (std::uint64_t word = 0; i + 8 <= n; i += 8) {
-        std::memcpy(&word, p + i, 8);
-        if (word)
-            break;
-    }
-    while (i < n && !p[i])
-        i++;
-    return i;
-}
-
-/// One past the last byte of [0, n) that is not 0, or 0.
-int EndOfSet(const std::uint8_t* p, int n)
-{
-    for (std::uint64_t word = 0; n >= 8; n -= 8) {
-        std::memcpy(&word, p + n - 8, 8);
-        if (word)
-            break;
-    }
-    while (n > 0 && !p[n - 1])
-        n--;
-    return n;
-}
-
-} // namespace
-
 void CPaintImage::AllocateMask()
 {
     m_pMask.reset();
     // Not cleared, so that a picture without a selection never touches these pages.
     m_pMask.reset(new std::uint8_t[static_cast<std::size_t>(m_nWidth) * m_nHeight]);
+    InvalidateMaskBounds();
     m_bMaskEmpty = true;
     m_bMaskBoundsValid = true;
     m_nMaskX1 = m_nMaskY1 = 0;
@@ -52,19 +26,8 @@ void CPaintImage::AllocateMask()
 bool CPaintImage::GetMaskBounds(int& x1, int& y1, int& x2, int& y2)
 {
     if (!m_bMaskBoundsValid) {
-        CRect rc{m_nWidth, 0, 0, 0};
-        for (int y = 0; m_pMask && y < m_nHeight; y++) {
-            const std::uint8_t* pRow = m_pMask.get() + static_cast<std::size_t>(y) * m_nWidth;
-            const int nFirst = FirstSet(pRow, m_nWidth);
-            if (nFirst == m_nWidth)
-                continue;
-            if (rc.right == 0)
-                rc.top = y;
-            rc.bottom = y + 1;
-            rc.left = std::min(rc.left, nFirst);
-            rc.right = std::max(rc.right, EndOfSet(pRow, m_nWidth));
-        }
-        m_bMaskEmpty = rc.right == 0;
+        CRect rc = m_pMask ? ScanMaskBounds(Mask()) : CRect{};
+        m_bMaskEmpty = rc.IsEmpty();
         if (m_bMaskEmpty)
             rc = {0, 0, m_nWidth, m_nHeight};
         m_nMaskX1 = rc.left;
@@ -105,6 +68,7 @@ void CPaintImage::MoveMask(int dx, int dy)
     std::fill_n(m_pMask.get(), static_cast<std::size_t>(m_nWidth) * m_nHeight, std::uint8_t{0});
     for (int y = 0; y < rc.Height(); y++)
         std::memcpy(At(rc.left, rc.top + y), block.data() + static_cast<std::size_t>(y) * rc.Width(), rc.Width());
+    InvalidateMaskBounds();
     m_bMaskEmpty = rc.IsEmpty();
     if (m_bMaskEmpty)
         rc = {0, 0, m_nWidth, m_nHeight};
@@ -113,6 +77,26 @@ void CPaintImage::MoveMask(int dx, int dy)
     m_nMaskX2 = rc.right;
     m_nMaskY2 = rc.bottom;
     m_bMaskBoundsValid = true;
+}
+
+std::span<const MaskSegment> CPaintImage::GetBoundary()
+{
+    if (m_nTracedSerial == m_nMaskSerial)
+        return m_pBoundary;
+    m_nTracedSerial = m_nMaskSerial;
+    m_pBoundary = {};
+    m_pBoundaryAll.clear();
+    CRect rc;
+    if (m_pMask && GetMaskBounds(rc.left, rc.top, rc.right, rc.bottom)) {
+        try {
+            TraceBoundary(Mask(), rc, m_pBoundaryAll); // nothing outside the bounds has an edge
+        } catch (const std::bad_alloc&) {
+            m_pBoundaryAll.clear();
+            SayMessage(IDS_BOUNDARY_MEMORY);
+        }
+        m_pBoundary = m_pBoundaryAll;
+    }
+    return m_pBoundary;
 }
 
 } // namespace kestrune

@@ -71,6 +71,7 @@ void ReplacePicture(CPaintImage& image, LBitmapBase bitmap, std::uint32_t nKind)
     image.m_nHeight = image.m_Bitmap.GetHeight();
     image.ReleaseFloat();
     image.m_pMask = std::move(pMask);
+    image.InvalidateMaskBounds();
     image.m_bMaskEmpty = image.m_bMaskBoundsValid = true;
     image.m_nMaskX1 = image.m_nMaskY1 = 0;
     image.m_nMaskX2 = image.m_nWidth;
