@@ -48,7 +48,9 @@ double Clouds(double x, double y, std::uint32_t nSeed, int nOctaves)
     double dSum = 0, dWeight = 0;
     for (int i = 0; i < nOctaves; i++) {
         const double d = std::ldexp(1.0, -i);
-        dSum += d * Noise(x / d, y / d, nSeed + static_cast<std::uint32_t>(i));
+        // Each layer is turned against the one before, or the squares of the lattice would show.
+        const double s = std::sin(i * 2.4 + 0.6), c = std::cos(i * 2.4 + 0.6);
+        dSum += d * Noise((x * c - y * s) / d, (x * s + y * c) / d, nSeed + static_cast<std::uint32_t>(i));
         dWeight += d;
     }
     return dSum / dWeight;

@@ -133,7 +133,7 @@ int main(int argc, char** argv)
     }
     // In the order in which the program lists them, which is that of their names.
     const std::pair<const char*, Brushes> aFiles[] = {
-        {"기본 둥근 브러시.pbr", Round()}, {"납작한 붓과 펜촉.pbr", Nibs()}, {"자연 재료.pbr", Natural()}, {"잎과 꽃.pbr", Scattered()}};
+        {"기본 둥근 브러시.pbr", Round()}, {"납작한 붓과 펜촉.pbr", Nibs()}, {"잎과 꽃.pbr", Scattered()}, {"자연 재료.pbr", Natural()}};
     std::vector<std::string> sheet;
     for (const auto& [pszName, brushes] : aFiles) {
         if (!WriteBrushFile(std::filesystem::path(argv[1]) / pszName, brushes))

@@ -44,7 +44,7 @@ BrushEntry Chalk(int nSide)
     canvas.Scale([=](int x, int y) {
         const double dEdge = std::hypot(x + 0.5 - nSide / 2.0, y + 0.5 - nSide / 2.0) / (nSide / 2.0);
         const double dGrain = 0.55 * Noise(x / 1.6, y / 1.6, nSeed + 1) + 0.45 * Noise(x * 0.9, y * 0.9, nSeed + 2);
-        return Ramp(0.34 + 0.22 * dEdge * dEdge, 0.6 + 0.2 * dEdge * dEdge, dGrain);
+        return Ramp(0.22 + 0.26 * dEdge * dEdge, 0.66 + 0.18 * dEdge * dEdge, dGrain);
     });
     return canvas.Entry();
 }
@@ -60,7 +60,7 @@ BrushEntry Charcoal(int nSide)
     canvas.Scale([=](int x, int y) {
         const double u = x * 0.82 - y * 0.57, v = x * 0.57 + y * 0.82;
         const double dGrain = 0.5 * Clouds(u / 7, v / 3.2, nSeed + 1, 3) + 0.5 * Noise(x / 1.3, y / 1.3, nSeed + 9);
-        return Ramp(0.36, 0.66, dGrain) * 0.95;
+        return Ramp(0.3, 0.68, dGrain) * 0.95;
     });
     return canvas.Entry();
 }
@@ -81,12 +81,12 @@ BrushEntry Bristles(int nSide)
 {
     CCanvas canvas(nSide);
     CDice dice(Seed(4, nSide));
-    const int nHairs = nSide * 5 / 3 + 8;
+    const int nHairs = nSide * 5 / 2 + 10;
     const double dThin = 1.2 / nSide;
     for (int i = 0; i < nHairs; i++) {
         const double dRadius = 0.92 * std::sqrt(dice.Roll()), dAngle = dice.Roll(0, 2 * c_dPi);
         const double dHair = dice.Roll(dThin, dThin * 2 + 0.03);
-        canvas.Disc(dRadius * std::cos(dAngle), dRadius * std::sin(dAngle), dHair, dice.Roll(0.25, 1) * (1 - 0.45 * dRadius));
+        canvas.Disc(dRadius * std::cos(dAngle), dRadius * std::sin(dAngle), dHair, dice.Roll(0.3, 1) * (1 - 0.4 * dRadius));
     }
     return canvas.Entry();
 }
@@ -95,10 +95,10 @@ BrushEntry DryBrush(int nSide)
 {
     CCanvas canvas(nSide);
     CDice dice(Seed(5, nSide));
-    const int nHairs = nSide * 2;
+    const int nHairs = nSide * 4;
     for (int i = 0; i < nHairs; i++) {
         const double u = dice.Roll(-0.95, 0.95), v = dice.Roll(-0.2, 0.2) * (1 - 0.5 * u * u);
-        if (Noise(u * 6 + 40, 3, Seed(5, nSide)) < 0.34)
+        if (Noise(u * 6 + 40, 3, Seed(5, nSide)) < 0.27)
             continue; // gaps where the hairs have parted
         canvas.Disc(u * 0.9 + v * 0.25, v - u * 0.28, dice.Roll(0.7, 2.0) / nSide + 0.012, dice.Roll(0.2, 0.95));
     }
@@ -110,8 +110,9 @@ BrushEntry Sponge(int nSide)
     CCanvas canvas(nSide);
     const std::uint32_t nSeed = Seed(6, nSide);
     canvas.Add([=](double x, double y) {
-        const double dPores = Clouds(x * 5 + 20, y * 5 + 20, nSeed, 4);
-        return Ramp(1.0, 0.7, Ragged(x, y, nSeed + 3, 0.3)) * Ramp(0.46, 0.58, dPores) * (0.55 + 0.45 * Noise(x * 9 + 3, y * 9 + 3, nSeed + 7));
+        const double dScale = nSide / 16.0;
+        const double dPores = 0.3 * Noise(x * 3 + 20, y * 3 + 20, nSeed) + 0.7 * Clouds(x * dScale + 20, y * dScale + 20, nSeed + 5, 3);
+        return Ramp(1.0, 0.7, Ragged(x, y, nSeed + 3, 0.3)) * Ramp(0.42, 0.52, dPores) * (0.55 + 0.45 * Noise(x * 9 + 3, y * 9 + 3, nSeed + 7));
     });
     return canvas.Entry();
 }
@@ -153,7 +154,7 @@ BrushEntry Cloud(int nSide)
     const std::uint32_t nSeed = Seed(9, nSide);
     canvas.Add([=](double x, double y) {
         const double dFade = Ramp(1.0, 0.1, std::hypot(x, y));
-        return dFade * Ramp(0.25, 0.8, Clouds(x * 2.2 + 11, y * 2.2 + 11, nSeed, 5)) * 0.9;
+        return dFade * Ramp(0.2, 0.75, 0.65 * Clouds(x * 2.4 + 11, y * 2.4 + 11, nSeed, 5) + 0.35 * dFade) * 0.9;
     });
     return canvas.Entry();
 }

@@ -49,25 +49,23 @@ bool IsSide(std::int32_t n)
     return n >= 0 && n <= c_nMaxBrushSide;
 }
 
-/// The next record; nothing where the file cannot be followed any further.
-std::optional<BrushEntry> NextBrush(CByteReader& reader)
+/// Reads the next record; false where the file cannot be followed any further.
+bool NextBrush(CByteReader& reader, BrushEntry& entry)
 {
     const auto nSpacing = reader.Int(), nSecond = reader.Int(), nWidth = reader.Int(), nHeight = reader.Int();
     if (!nHeight || !IsSide(*nWidth) || !IsSide(*nHeight))
-        return {};
+        return false;
     const auto mask = reader.Take(static_cast<std::size_t>(*nWidth) * static_cast<std::size_t>(*nHeight));
     if (!mask)
-        return {};
-    BrushEntry entry;
+        return false;
     entry.m_nSpacing = *nSpacing;
     entry.m_nSecondValue = *nSecond;
     entry.m_nWidth = *nWidth;
     entry.m_nHeight = *nHeight;
     entry.m_xAxis[0] = *nWidth / 2.0;
     entry.m_yAxis[1] = *nHeight / 2.0;
-    entry.m_pMask.resize(mask->size());
-    std::copy(mask->begin(), mask->end(), entry.m_pMask.begin());
-    return entry;
+    entry.m_pMask.assign(mask->begin(), mask->end());
+    return true;
 }
 
 void PutInt(Bytes& bytes, std::int32_t n)
@@ -101,11 +99,11 @@ std::vector<BrushEntry> ParseBrushes(std::span<const std::uint8_t> bytes)
     const std::int32_t nCount = std::min(reader.Int().value_or(0), c_nMaxBrushes);
     std::vector<BrushEntry> brushes;
     for (std::int32_t i = 0; i < nCount; i++) {
-        std::optional<BrushEntry> entry = NextBrush(reader);
-        if (!entry)
+        const bool bWhole = NextBrush(reader, brushes.emplace_back());
+        if (brushes.back().m_pMask.empty())
+            brushes.pop_back();
+        if (!bWhole)
             break;
-        if (!entry->m_pMask.empty())
-            brushes.push_back(std::move(*entry));
     }
     return brushes;
 }

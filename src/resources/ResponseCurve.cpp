@@ -59,7 +59,7 @@ void PlotCurve(std::span<const CPoint> points, ResponseTable& table)
 {
     if (points.empty())
         return;
-    // The ends' own columns too: the walk may stop a hair short of them.
+    // The last point's own column too: the walk may stop a hair short of it.
     std::fill_n(table.begin(), std::clamp(points.front().x, 0, c_nMax) + 1, std::clamp(points.front().y, 0, c_nMax));
     std::fill(table.begin() + std::clamp(points.back().x, 0, c_nMax), table.end(), std::clamp(points.back().y, 0, c_nMax));
     for (std::size_t i = 0; i + 1 < points.size(); i++) {
@@ -70,6 +70,8 @@ void PlotCurve(std::span<const CPoint> points, ResponseTable& table)
             table[static_cast<std::size_t>(nColumn)] = y.Step();
         }
     }
+    // The walk leaves the first column at its far side: a steep curve would lay a haze over the empty parts of a brush.
+    table[static_cast<std::size_t>(std::clamp(points.front().x, 0, c_nMax))] = std::clamp(points.front().y, 0, c_nMax);
 }
 
 double EvaluateResponse(const ResponseTable& table, double x)
@@ -127,8 +129,9 @@ int CResponseCurve::Press(int x, int y)
 void CResponseCurve::Drag(int iSlot, int x, int y)
 {
     const int nLow = NeighbourX(iSlot, -1, 0), nHigh = NeighbourX(iSlot, 1, c_nMax);
-    // Neighbours that were dragged together leave a new point no column of its own: it takes the left one's edge.
-    m_aSlots[static_cast<std::size_t>(iSlot)] = {std::max(nLow, std::min(x, nHigh)), std::clamp(y, 0, c_nMax)};
+    // Neighbours that were dragged together leave a point between them no column of its own: it shares the left one's.
+    x = nLow <= nHigh ? std::clamp(x, nLow, nHigh) : std::max(0, nLow - 1);
+    m_aSlots[static_cast<std::size_t>(iSlot)] = {x, std::clamp(y, 0, c_nMax)};
     Rebuild();
 }
 

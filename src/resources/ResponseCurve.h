@@ -15,7 +15,7 @@ ResponseTable IdentityResponse();
 
 /// Runs a smooth curve through the points (0..255 each, ascending in x) into the table: a Catmull-Rom cubic between
 /// neighbours, the end points doubled, walked by forward differences in 1000 steps; both coordinates are truncated and the last
-/// step that falls in a column wins. Before the first point and after the last the curve stays level. No point: no change.
+/// step that falls in a column wins. Up to the first point and after the last the curve stays level. No point: no change.
 void PlotCurve(std::span<const CPoint> points, ResponseTable& table);
 
 /// The table read between its entries: 0..1 in and out, ends held.
