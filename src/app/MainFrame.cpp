@@ -142,7 +142,7 @@ void CMainFrame::CreateToolBars()
     m_pCommandUi->FillToolBar(*m_pMainToolBar, MainToolBarCommands());
     m_pReBar->AddBand(m_pMainToolBar, ID_VIEW_TOOLBAR, PlainText(FindCommand(ID_VIEW_TOOLBAR)->text));
     m_pOptionBar = new COptionBar(this);
-    m_pOptionPages = new CToolOptionPages(m_pOptionBar);
+    m_pOptionPages = new CToolOptionPages(m_app.InstallFolder(), m_pOptionBar);
     connect(m_pOptionPages, &CToolOptionPages::Done, this, [this] {
         if (CPaintView* pView = m_app.ActiveView())
             pView->setFocus();

@@ -15,6 +15,8 @@ namespace kestrune {
 namespace {
 
 constexpr int c_nHeight = 32;
+constexpr int c_nSpacing = 8;
+constexpr int c_nPanelSpace = 6 * c_nSpacing; ///< margins and gaps around pages and zoom panel
 constexpr float c_aZooms[] = {0.125f, 0.25f, 0.5f, 0.75f, 1, 2, 3, 4, 5, 6, 8, 12, 16, 24, 32};
 
 QString Text(int nId)
@@ -52,13 +54,13 @@ COptionBar::COptionBar(QWidget* pParent)
 
     auto* pRow = new QWidget(this);
     auto* pLayout = new QHBoxLayout(pRow);
-    pLayout->setContentsMargins(8, 0, 8, 0);
-    pLayout->setSpacing(8);
+    pLayout->setContentsMargins(c_nSpacing, 0, c_nSpacing, 0);
+    pLayout->setSpacing(c_nSpacing);
     m_pPages = new QStackedWidget(pRow);
     m_pPages->addWidget(new QWidget(m_pPages));
     pLayout->addWidget(m_pPages, 1);
 
-    auto* pLabel = new QLabel(Text(IDS_ZOOM_LABEL), pRow);
+    auto* pLabel = m_pZoomLabel = new QLabel(Text(IDS_ZOOM_LABEL), pRow);
     pLayout->addWidget(pLabel);
     m_pZoom = new QComboBox(pRow);
     m_pZoom->setObjectName(QStringLiteral("ZoomBox"));
@@ -92,6 +94,20 @@ void COptionBar::ShowPage(QWidget* pPage)
     if (pPage && m_pPages->indexOf(pPage) < 0)
         m_pPages->addWidget(pPage);
     m_pPages->setCurrentWidget(pPage ? pPage : m_pPages->widget(0));
+    FitLabel();
+}
+
+/// A long row of options takes the place of the zoom box's label, whose percent sign says as much.
+void COptionBar::FitLabel()
+{
+    const int nRest = width() - m_pZoomLabel->sizeHint().width() - m_pZoom->width() - m_pFollow->sizeHint().width() - c_nPanelSpace;
+    m_pZoomLabel->setVisible(m_pPages->currentWidget()->sizeHint().width() <= nRest);
+}
+
+void COptionBar::resizeEvent(QResizeEvent* pEvent)
+{
+    QToolBar::resizeEvent(pEvent);
+    FitLabel();
 }
 
 void COptionBar::ShowZoom(float fZoom)

@@ -4,6 +4,7 @@
 
 class QCheckBox;
 class QComboBox;
+class QLabel;
 class QStackedWidget;
 
 namespace kestrune {
@@ -35,10 +36,15 @@ public:
 Q_SIGNALS:
     void ZoomChosen(float fZoom);
 
+protected:
+    void resizeEvent(QResizeEvent* pEvent) override;
+
 private:
     void OnZoomEntered();
+    void FitLabel();
 
     QStackedWidget* m_pPages;
+    QLabel* m_pZoomLabel;
     QComboBox* m_pZoom;
     QCheckBox* m_pFollow;
 };

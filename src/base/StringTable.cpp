@@ -23,6 +23,7 @@ constexpr auto c_aRows = std::to_array<StringRow>({
     {IDS_BRUSH_HARDNESS, "경도(&H):"},
     {IDS_BRUSH_ROUNDNESS, "곡율(&R):"},
     {IDS_BRUSH_CURVE_TITLE, "브러시 곡선 편집"},
+    {IDS_NO_TEXTURES, "텍스츄어 이미지가 존재하지 않습니다.\n프로그램이 정상적으로 작동할 수 없습니다.\n프로그램을 다시 설치하십시오."},
     {IDS_BAD_FORMAT, "올바른 파일 형식이 아닙니다."},
     {IDS_LOAD_ERROR, "이미지를 로딩하는 도중 오류가 발생하였습니다.! -> 오류 코드:"},
     {IDS_NUMBER_OUT_OF_RANGE, "Given value is out of range.\n"},
@@ -280,6 +281,13 @@ constexpr auto c_aRows = std::to_array<StringRow>({
     {IDS_SHRINK_TIP, "선택 영역을 이만큼 안쪽으로 줄입니다 (1~100)"},
     {IDS_BORDER_NEGATIVE, "border_region: negative radius specified."},
     {IDS_COMBINE_UNKNOWN, "Error: unknown opperation type in channel_combine_mask\n"},
+    {IDS_TEXTURE_NAME, "브러시 텍스처"},
+    {IDS_TEXTURE_NONE, "텍스처 사용 안 함"},
+    {IDS_PATTERN_NAME, "배경 무늬"},
+    {IDS_PATTERN_NONE, "무늬 사용 안 함"},
+    {IDS_PATTERN_PERCENT_TIP, "배경 무늬가 칠에 얼마나 섞일지 정합니다."},
+    {IDS_TEXTURES_EMPTY, "이미지가 없습니다."},
+    {IDS_TEXTURE_CANNOT_READ, "텍스처 이미지를 읽을 수 없습니다."},
     {IDS_SAVE_FAILED, "문서를 저장하지 못했습니다."},
 });
 

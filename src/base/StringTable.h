@@ -11,6 +11,7 @@ std::string_view StringText(int nId);
 // Numbers of texts that the code refers to by name. Those from 60001 on are this program's own.
 inline constexpr int IDS_OLE_INIT_FAILED = 100;
 inline constexpr int IDS_PRODUCT_NAME = 130;
+inline constexpr int IDS_NO_TEXTURES = 1127;
 inline constexpr int IDS_BAD_FORMAT = 60001;
 inline constexpr int IDS_LOAD_ERROR = 60002;
 inline constexpr int IDS_NUMBER_OUT_OF_RANGE = 60003;
@@ -227,5 +228,13 @@ inline constexpr int IDS_GROW_TIP = 60839;
 inline constexpr int IDS_SHRINK_TIP = 60840;
 inline constexpr int IDS_BORDER_NEGATIVE = 60841;
 inline constexpr int IDS_COMBINE_UNKNOWN = 60842;
+// Brush texture and background pattern
+inline constexpr int IDS_TEXTURE_NAME = 60770;
+inline constexpr int IDS_TEXTURE_NONE = 60771;
+inline constexpr int IDS_PATTERN_NAME = 60772;
+inline constexpr int IDS_PATTERN_NONE = 60773;
+inline constexpr int IDS_PATTERN_PERCENT_TIP = 60774;
+inline constexpr int IDS_TEXTURES_EMPTY = 60775;
+inline constexpr int IDS_TEXTURE_CANNOT_READ = 60776;
 
 } // namespace kestrune

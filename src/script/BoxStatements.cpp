@@ -33,6 +33,20 @@ StatementResult Option(CScriptContext& context, const QStringList& words)
     return PutIntoControl(*pControl, words[2]);
 }
 
+StatementResult Pattern(CScriptContext& context, const QStringList& words)
+{
+    if (words[0] == u"none" && words.size() > 1)
+        return QStringLiteral("no pattern has no percent");
+    if (!ChoosePattern(context.app, words[0]))
+        return QStringLiteral("\"%1\" could not be opened").arg(words[0]);
+    return words.size() > 1 ? PutIntoControl(*PatternPercentControl(context.app), words[1]) : StatementResult{};
+}
+
+StatementResult Texture(CScriptContext& context, const QStringList& words)
+{
+    return ChooseTexture(context.app, words[0]) ? StatementResult{} : QStringLiteral("\"%1\" could not be opened").arg(words[0]);
+}
+
 StatementResult Foreground(CScriptContext& context, const QStringList& words)
 {
     return PickColor(context, ID_COLOR_FOREGROUND, words);

@@ -73,6 +73,8 @@ StatementResult Wait(CScriptContext& context, const QStringList& words);
 StatementResult Zoom(CScriptContext& context, const QStringList& words);
 
 StatementResult Option(CScriptContext& context, const QStringList& words);
+StatementResult Pattern(CScriptContext& context, const QStringList& words);
+StatementResult Texture(CScriptContext& context, const QStringList& words);
 StatementResult Foreground(CScriptContext& context, const QStringList& words);
 StatementResult Background(CScriptContext& context, const QStringList& words);
 StatementResult Brush(CScriptContext& context, const QStringList& words);

@@ -7,12 +7,15 @@
 #include "app/MainFrame.h"
 #include "app/OptionBar.h"
 #include "resources/gui/BrushBox.h"
+#include "resources/gui/TextureBox.h"
 #include "tools/ToolOptions.h"
 #include "tools/gui/ToolOptionPages.h"
+#include "ui/NumEdit.h"
 #include "undo/gui/HistoryBox.h"
 #include "undo/gui/HistoryModel.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QMouseEvent>
 #include <QStatusBar>
 
@@ -44,6 +47,33 @@ QObject* FindOptionControl(CPaintApp& app, const QString& strSection, const QStr
 {
     const ToolOptionRow* pRow = FindToolOption(strSection.toStdString(), strKey.toStdString());
     return pRow ? app.MainFrame().OptionPages().Control(pRow->option) : nullptr;
+}
+
+namespace {
+
+bool Choose(CTextureBox& box, const QString& strPath)
+{
+    if (strPath != u"none")
+        return box.Choose(QFile::encodeName(strPath).toStdString());
+    box.Clear();
+    return true;
+}
+
+} // namespace
+
+bool ChooseTexture(CPaintApp& app, const QString& strPath)
+{
+    return Choose(app.MainFrame().OptionPages().TextureBox(), strPath);
+}
+
+bool ChoosePattern(CPaintApp& app, const QString& strPath)
+{
+    return Choose(app.MainFrame().OptionPages().PatternBox(), strPath);
+}
+
+QObject* PatternPercentControl(CPaintApp& app)
+{
+    return &app.MainFrame().OptionPages().PatternPercent();
 }
 
 void TypeZoom(CPaintApp& app, float fZoom)

@@ -17,6 +17,11 @@ bool CloseActiveChild(CPaintApp& app);
 QString ActiveTitle(CPaintApp& app);
 /// The option bar's control of a setting; null for an unknown setting.
 QObject* FindOptionControl(CPaintApp& app, const QString& strSection, const QString& strKey);
+/// Chooses the brush texture or the background pattern in its box; "none" chooses none. False for a file that is no image.
+bool ChooseTexture(CPaintApp& app, const QString& strPath);
+bool ChoosePattern(CPaintApp& app, const QString& strPath);
+/// The number box of the pattern's percent.
+QObject* PatternPercentControl(CPaintApp& app);
 /// Types a factor (1 is 100 %) into the option bar's zoom box.
 void TypeZoom(CPaintApp& app, float fZoom);
 /// The main frame, or the box of that bar id, as a picture; null when there is no such box.

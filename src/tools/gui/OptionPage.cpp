@@ -1,6 +1,10 @@
 #include "tools/gui/OptionPage.h"
 
+#include "base/StringTable.h"
 #include "paint/BlendMode.h"
+#include "resources/PaintSources.h"
+#include "resources/gui/TextureBox.h"
+#include "ui/Dialog.h"
 #include "ui/DialogRows.h"
 #include "ui/Icons.h"
 #include "ui/NumEdit.h"
@@ -23,9 +27,10 @@ namespace kestrune {
 namespace {
 
 constexpr int c_nLabelSpace = 4;
-constexpr int c_nControlSpace = 10;
+constexpr int c_nControlSpace = 8;
 constexpr int c_nIcon = 20;
 constexpr int c_nHeight = 24;
+constexpr int c_nEditFrame = 14;
 
 QString Utf8(std::string_view text)
 {
@@ -35,6 +40,13 @@ QString Utf8(std::string_view text)
 const ToolOptionRow& SettingOf(ToolOption option)
 {
     return ToolOptionTable()[static_cast<std::size_t>(option)];
+}
+
+/// What says the same already is left as it stands: somebody may be typing there.
+void ShowNumber(CNumEdit& edit, int nValue)
+{
+    if (edit.Verify() != NUM_OK || std::lround(edit.GetValue()) != nValue)
+        edit.SetValue(static_cast<float>(nValue));
 }
 
 int UnitOf(OptionControl kind)
@@ -57,18 +69,17 @@ QString NameOf(const OptionControlRow& row)
 
 } // namespace
 
-COptionPage::COptionPage(ToolBar bar, QWidget* pParent)
+COptionPage::COptionPage(ToolBar bar, const OptionBoxes& boxes, QWidget* pParent)
     : QWidget(pParent)
+    , m_boxes(boxes)
     , m_pLayout(new QHBoxLayout(this))
     , m_pIcon(new QLabel(this))
     , m_pTitle(new QLabel(this))
 {
     m_pLayout->setContentsMargins(0, 0, 0, 0);
-    m_pLayout->setSpacing(0);
+    m_pLayout->setSpacing(c_nControlSpace);
     m_pLayout->addWidget(m_pIcon);
     m_pLayout->addWidget(m_pTitle);
-    m_pIcon->setContentsMargins(0, 0, c_nControlSpace, 0);
-    m_pTitle->setContentsMargins(0, 0, c_nControlSpace, 0);
     m_pTitle->setObjectName(QStringLiteral("EffectTitle"));
     m_pIcon->hide();
     m_pTitle->hide();
@@ -79,7 +90,11 @@ COptionPage::COptionPage(ToolBar bar, QWidget* pParent)
 
 void COptionPage::Add(const OptionControlRow& row)
 {
-    Entry entry{&row, nullptr, nullptr, {}};
+    Entry entry{&row, nullptr, nullptr, new QWidget(this)};
+    auto* pRow = new QHBoxLayout(entry.pPanel);
+    pRow->setContentsMargins(0, 0, 0, 0);
+    pRow->setSpacing(0);
+    m_pLayout->addWidget(entry.pPanel);
     switch (row.kind) {
     case OptionControl::Percent:
     case OptionControl::Number:
@@ -106,7 +121,9 @@ void COptionPage::Add(const OptionControlRow& row)
         break;
     case OptionControl::Pattern:
     case OptionControl::Texture:
-        return;
+        AddLabel(entry);
+        AddPatch(entry);
+        break;
     }
     if (entry.pControl) {
         entry.pControl->setObjectName(NameOf(row));
@@ -114,14 +131,12 @@ void COptionPage::Add(const OptionControlRow& row)
     }
     m_aEntries.push_back(std::move(entry));
     ShowOption(row.option);
-    m_pLayout->addSpacing(c_nControlSpace);
 }
 
 void COptionPage::Put(Entry& entry, QWidget* pWidget)
 {
-    m_pLayout->addWidget(pWidget);
-    entry.aWidgets.push_back(pWidget);
-    if (auto* pLabel = qobject_cast<QLabel*>(pWidget); pLabel)
+    entry.pPanel->layout()->addWidget(pWidget);
+    if (qobject_cast<QLabel*>(pWidget))
         return;
     pWidget->setToolTip(Utf8(entry.pRow->tip));
     pWidget->setAccessibleName(PlainLabel(Utf8(entry.pRow->label)));
@@ -139,29 +154,62 @@ void COptionPage::AddLabel(Entry& entry)
 void COptionPage::AddNumber(Entry& entry)
 {
     const ToolOptionRow& setting = SettingOf(entry.pRow->option);
-    auto* pEdit = new CNumEdit(this);
-    pEdit->SetUnit(UnitOf(entry.pRow->kind));
-    pEdit->SetRange(static_cast<float>(setting.nMin), static_cast<float>(setting.nMax));
-    pEdit->SetDefault(static_cast<float>(setting.nDefault));
-    pEdit->setFocusPolicy(Qt::StrongFocus);
-    pEdit->setFixedHeight(c_nHeight);
-    const QString strWidest = QString::fromStdString(FormatNumber(static_cast<float>(setting.nMax), 0, pEdit->GetUnit()));
-    pEdit->setFixedWidth(std::max(pEdit->fontMetrics().horizontalAdvance(strWidest), pEdit->fontMetrics().horizontalAdvance(u'0') * 4) + 14);
-    pEdit->installEventFilter(this);
+    CNumEdit* pEdit = MakeEdit(UnitOf(entry.pRow->kind), setting.nMin, setting.nMax, setting.nDefault);
     const ToolOption option = entry.pRow->option;
     connect(pEdit, &CNumEdit::ValueEdited, this, [option](float f) { SetToolOption(option, static_cast<int>(std::lround(f))); });
+    entry.pControl = pEdit;
+    PutEdit(entry, pEdit);
+}
+
+CNumEdit* COptionPage::MakeEdit(int nUnit, int nMin, int nMax, int nDefault)
+{
+    auto* pEdit = new CNumEdit(this);
+    pEdit->SetUnit(nUnit);
+    pEdit->SetRange(static_cast<float>(nMin), static_cast<float>(nMax));
+    pEdit->SetDefault(static_cast<float>(nDefault));
+    pEdit->setFixedHeight(c_nHeight);
+    const QString strWidest = QString::fromStdString(FormatNumber(static_cast<float>(nMax), 0, nUnit));
+    const QFontMetrics metrics = pEdit->fontMetrics();
+    pEdit->setFixedWidth(std::max(metrics.horizontalAdvance(strWidest), 4 * metrics.horizontalAdvance(u'0')) + c_nEditFrame);
+    pEdit->installEventFilter(this);
     connect(pEdit, &QLineEdit::returnPressed, this, [this, pEdit] {
         Settle(*pEdit);
         Q_EMIT Done();
     });
-    entry.pControl = pEdit;
+    return pEdit;
+}
+
+void COptionPage::PutEdit(Entry& entry, CNumEdit* pEdit)
+{
     Put(entry, pEdit);
     if (entry.pRow->kind != OptionControl::Size) {
         auto* pArrow = new CPopupArrow(pEdit, this);
         pArrow->setFixedHeight(c_nHeight);
-        m_pLayout->addWidget(pArrow);
-        entry.aWidgets.push_back(pArrow);
+        entry.pPanel->layout()->addWidget(pArrow);
     }
+}
+
+void COptionPage::AddPatch(Entry& entry)
+{
+    const bool bPattern = entry.pRow->kind == OptionControl::Pattern;
+    CTextureBox* pBox = bPattern ? m_boxes.pPattern : m_boxes.pTexture;
+    auto* pPatch = new CTexturePatch(*pBox, this);
+    pPatch->setObjectName(bPattern ? QStringLiteral("Pattern") : QStringLiteral("Texture"));
+    Put(entry, pPatch);
+    if (!bPattern)
+        return;
+    m_pPatternPercent = MakeEdit(NUMUNIT_PERCENT, 0, 100, 100);
+    m_pPatternPercent->setObjectName(QStringLiteral("PatternPercent"));
+    PutEdit(entry, m_pPatternPercent);
+    m_pPatternPercent->setToolTip(TextOf(IDS_PATTERN_PERCENT_TIP));
+    connect(m_pPatternPercent, &CNumEdit::ValueEdited, pBox, [pBox](float f) { pBox->SetPercent(static_cast<int>(std::lround(f))); });
+    connect(pBox, &CTextureBox::Changed, this, &COptionPage::ShowPatternPercent);
+    ShowPatternPercent();
+}
+
+void COptionPage::ShowPatternPercent()
+{
+    ShowNumber(*m_pPatternPercent, g_paintPattern.nPercent);
 }
 
 /// A number beyond the range becomes its end, and what is no number gives way to the setting.
@@ -171,13 +219,17 @@ void COptionPage::Settle(CNumEdit& edit)
     const int nCode = edit.Verify();
     if (nCode == NUM_OK)
         return;
-    for (const Entry& entry : m_aEntries) {
-        if (entry.pControl != &edit)
-            continue;
-        if (nCode == NUM_OUT_OF_RANGE)
-            SetToolOption(entry.pRow->option, static_cast<int>(std::clamp(edit.GetValue(), edit.GetMin(), edit.GetMax())));
-        edit.SetValue(static_cast<float>(GetToolOption(entry.pRow->option)));
+    if (nCode == NUM_OUT_OF_RANGE) {
+        edit.SetValue(std::clamp(edit.GetValue(), edit.GetMin(), edit.GetMax()));
+        Q_EMIT edit.ValueEdited(edit.GetValue());
+        return;
     }
+    edit.clear(); // no number at all: the setting is shown again
+    if (&edit == m_pPatternPercent)
+        ShowPatternPercent();
+    for (const Entry& entry : m_aEntries)
+        if (entry.pControl == &edit)
+            ShowOption(entry.pRow->option);
 }
 
 void COptionPage::AddList(Entry& entry)
@@ -220,7 +272,6 @@ void COptionPage::AddButtons(Entry& entry)
         QAbstractButton* pButton = nullptr;
         if (entry.pRow->kind == OptionControl::Radio) {
             pButton = new QRadioButton(Utf8(item.text), this);
-            pButton->setContentsMargins(0, 0, c_nLabelSpace, 0);
         } else {
             auto* pTool = new QToolButton(this);
             pTool->setAutoRaise(true);
@@ -255,9 +306,7 @@ void COptionPage::ShowOption(ToolOption option)
         return;
     const int nValue = GetToolOption(option);
     if (auto* pEdit = qobject_cast<CNumEdit*>(pControl)) {
-        // What says the same already is left as it stands: somebody may be typing there.
-        if (pEdit->Verify() != NUM_OK || std::lround(pEdit->GetValue()) != nValue)
-            pEdit->SetValue(static_cast<float>(nValue));
+        ShowNumber(*pEdit, nValue);
     } else if (auto* pCombo = qobject_cast<QComboBox*>(pControl)) {
         pCombo->setCurrentIndex(nValue - SettingOf(option).nMin);
     } else if (auto* pGroup = qobject_cast<QButtonGroup*>(pControl)) {
@@ -291,10 +340,9 @@ void COptionPage::ShowTool(const ToolRow& tool, int nCommand)
     m_pTitle->setVisible(pEffect != nullptr);
     if (pEffect)
         m_pTitle->setText(Utf8(pEffect->strTitle));
-    for (Entry& entry : m_aEntries) {
+    for (const Entry& entry : m_aEntries) {
         const bool bShown = IsFor(entry.pRow->tools, tool, nCommand);
-        for (QWidget* pWidget : entry.aWidgets)
-            pWidget->setVisible(bShown);
+        entry.pPanel->setVisible(bShown);
         if (entry.pRow->tools == OptionFor::Strength && bShown && entry.pLabel)
             entry.pLabel->setText(Utf8(pEffect->strLabel));
     }

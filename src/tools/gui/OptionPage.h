@@ -12,17 +12,26 @@ class QLabel;
 namespace kestrune {
 
 class CNumEdit;
+class CTextureBox;
+
+/// The boxes that drop from the bars: one of each for all of them.
+struct OptionBoxes {
+    CTextureBox* pTexture;
+    CTextureBox* pPattern;
+};
 
 /// The option bar of one family of tools: a row of controls made from the table of controls, each bound to its setting.
 class COptionPage : public QWidget {
     Q_OBJECT
 public:
-    explicit COptionPage(ToolBar bar, QWidget* pParent = nullptr);
+    COptionPage(ToolBar bar, const OptionBoxes& boxes, QWidget* pParent = nullptr);
 
     /// Shows what the bar has for this tool of the family: its picture, its own controls, an effect's title and label.
     void ShowTool(const ToolRow& tool, int nCommand);
     /// The control of a setting, a widget or a QButtonGroup; null when this bar has none.
     QObject* Control(ToolOption option) const;
+    /// The pattern's number box; null when this bar has none.
+    CNumEdit* PatternPercent() const { return m_pPatternPercent; }
     /// The setting changed: its control follows, without telling anybody.
     void ShowOption(ToolOption option);
 
@@ -39,8 +48,8 @@ private:
     struct Entry {
         const OptionControlRow* pRow;
         QObject* pControl;
-        QLabel* pLabel;                  ///< before the control; null without one
-        std::vector<QWidget*> aWidgets;  ///< all that stands in the bar for it
+        QLabel* pLabel;   ///< before the control; null without one
+        QWidget* pPanel;  ///< all that stands in the bar for it
     };
 
     void Add(const OptionControlRow& row);
@@ -49,13 +58,19 @@ private:
     void AddList(Entry& entry);
     void AddCheck(Entry& entry);
     void AddButtons(Entry& entry);
+    void AddPatch(Entry& entry);
+    void ShowPatternPercent();
+    CNumEdit* MakeEdit(int nUnit, int nMin, int nMax, int nDefault);
+    void PutEdit(Entry& entry, CNumEdit* pEdit);
     void Put(Entry& entry, QWidget* pWidget);
     void Settle(CNumEdit& edit);
     static bool IsFor(OptionFor tools, const ToolRow& tool, int nCommand);
 
+    OptionBoxes m_boxes;
     QHBoxLayout* m_pLayout;
     QLabel* m_pIcon;
     QLabel* m_pTitle; ///< of an effect
+    CNumEdit* m_pPatternPercent = nullptr;
     std::vector<Entry> m_aEntries;
 };
 
