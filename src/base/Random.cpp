@@ -21,6 +21,19 @@ int Rand()
     return static_cast<int>(g_nState >> 16 & 0x7fff);
 }
 
+void SkipRand(std::uint64_t nDraws)
+{
+    // One step is x -> a x + c; two steps are one of the same shape, and so on by doubling.
+    std::uint32_t a = 214013u;
+    std::uint32_t c = 2531011u;
+    for (; nDraws; nDraws >>= 1) {
+        if (nDraws & 1)
+            g_nState = g_nState * a + c;
+        c = c * (a + 1);
+        a = a * a;
+    }
+}
+
 std::uint32_t ClockSeed()
 {
     return g_nFixedClock ? *g_nFixedClock : static_cast<std::uint32_t>(std::time(nullptr));

@@ -11,6 +11,9 @@ void Srand(std::uint32_t nSeed);
 /// The next number, 0..32767.
 int Rand();
 
+/// Moves on as if `nDraws` numbers had been drawn, at once.
+void SkipRand(std::uint64_t nDraws);
+
 /// The number that the clock gives wherever the clock seeds, or the fixed one of `SetClockSeed`.
 std::uint32_t ClockSeed();
 

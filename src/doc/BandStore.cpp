@@ -83,15 +83,30 @@ void CBandStore::Detach(int y0, int y1)
 {
     if (y1 <= y0)
         return;
+    for (std::size_t i = Band(y0); i <= Band(y1 - 1); i++)
+        MakePrivate(i, true);
+}
+
+void CBandStore::Replace(int y0, int y1)
+{
+    if (y1 <= y0)
+        return;
     for (std::size_t i = Band(y0); i <= Band(y1 - 1); i++) {
-        if (IsPrivate(i))
-            continue;
-        const std::size_t nBytes = RowsInBand(i) * m_nRowBytes;
-        auto own = std::make_shared<BandData>();
-        own->data.reset(new std::uint8_t[nBytes]);
-        std::memcpy(own->data.get(), m_bands[i]->data.get(), nBytes);
-        m_bands[i] = std::move(own);
+        const int nFirst = FirstRow(static_cast<int>(i));
+        MakePrivate(i, y0 > nFirst || y1 < nFirst + RowsInBand(i));
     }
+}
+
+void CBandStore::MakePrivate(std::size_t iBand, bool bKeep)
+{
+    if (IsPrivate(iBand))
+        return;
+    const std::size_t nBytes = RowsInBand(iBand) * m_nRowBytes;
+    auto own = std::make_shared<BandData>();
+    own->data.reset(new std::uint8_t[nBytes]);
+    if (bKeep)
+        std::memcpy(own->data.get(), m_bands[iBand]->data.get(), nBytes);
+    m_bands[iBand] = std::move(own);
 }
 
 std::size_t CBandStore::PrivateBytes() const

@@ -34,6 +34,9 @@ public:
 
     /// Makes the bands of the rows [y0, y1) private, after which `WriteRow` of those rows is safe from any thread.
     void Detach(int y0, int y1);
+    /// The same for rows that are about to be written in whole: bands that lie inside are not copied, their contents are
+    /// undefined.
+    void Replace(int y0, int y1);
 
     /// The number of bytes of bands that this store shares with no other.
     std::size_t PrivateBytes() const;
@@ -58,6 +61,7 @@ private:
     int RowsInBand(std::size_t iBand) const;
     std::size_t ChooseBands();
     bool IsPrivate(std::size_t iBand) const;
+    void MakePrivate(std::size_t iBand, bool bKeep);
 
     int m_nRows = 0;
     std::size_t m_nRowBytes = 0;

@@ -78,6 +78,8 @@ public:
     const std::uint8_t* Row(int y) const { return m_store.Row(y); }
     std::uint8_t* WriteRow(int y) { return m_store.WriteRow(y); }
     void DetachRows(int y0, int y1) { m_store.Detach(y0, y1); }
+    /// The same for rows that will be written in whole: what they held is undefined then.
+    void ReplaceRows(int y0, int y1) { m_store.Replace(y0, y1); }
     const CBandStore& Bands() const { return m_store; }
     /// The bands to exchange with a snapshot's: same rows, same row length.
     CBandStore& WriteBands() { return m_store; }

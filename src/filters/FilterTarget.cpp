@@ -26,11 +26,19 @@ CFilterTarget::CFilterTarget(const FilterRun& run)
         m_rc = {};
 }
 
+void CFilterTarget::Prepare()
+{
+    if (m_rc.Width() == m_pOut->GetWidth())
+        m_pOut->ReplaceRows(m_rc.top, m_rc.bottom);
+    else
+        m_pOut->DetachRows(m_rc.top, m_rc.bottom);
+}
+
 void CFilterTarget::WriteRows(int nGrain, const std::function<void(int, int)>& work)
 {
     if (IsEmpty())
         return;
-    m_pOut->DetachRows(m_rc.top, m_rc.bottom);
+    Prepare();
     ParallelRows(Height(), nGrain, work);
 }
 

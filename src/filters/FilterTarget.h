@@ -12,7 +12,6 @@ namespace kestrune {
 /// Where a run reads and writes: resolves preview, applied run and selection once for all operations.
 ///
 /// The source is a copy that shares its rows with the picture, so a filter may read any row while it writes others.
-/// Rows are written in parallel; `WriteRows` cuts them so that no two threads meet in one band.
 class CFilterTarget {
 public:
     /// An applied run writes the selection bitmap, or the working bitmap. A preview's rectangle is cut to the picture.
@@ -32,12 +31,14 @@ public:
     /// Row `y` of the rectangle (0 is its top), from its left edge on: `RowBytes` bytes, blue, green, red.
     const std::uint8_t* Row(int y) const { return m_source.Row(m_rc.top + y) + static_cast<std::size_t>(m_rc.left) * 3; }
 
-    /// Calls `work(y0, y1)` for pieces of the rectangle's rows on all cores; `work` fills each of its rows through
-    /// `Put` or in place through `OutRow` and `Finish`. Pieces hold at least `nGrain` rows.
+    /// Makes the rows to fill writable from any thread; their contents are undefined then. `WriteRows` does it by itself.
+    void Prepare();
+    /// Calls `work(y0, y1)` for pieces of the rectangle's rows on all cores; `work` fills each of its rows from `OutRow` on
+    /// and says `Finish`. Pieces hold at least `nGrain` rows.
     void WriteRows(int nGrain, const std::function<void(int, int)>& work);
-    /// The row to fill. It holds the bytes of an earlier state, never those of the source for sure.
+    /// The row to fill, from the rectangle's left edge on.
     std::uint8_t* OutRow(int y);
-    /// Merges a preview's row through the mask; to be called once a row is filled.
+    /// Merges a preview's row through the mask; to be called once when a row is filled.
     void Finish(int y);
 
 private:
