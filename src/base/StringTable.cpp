@@ -24,6 +24,7 @@ constexpr auto c_aRows = std::to_array<StringRow>({
     {IDS_BRUSH_ROUNDNESS, "곡율(&R):"},
     {IDS_BRUSH_CURVE_TITLE, "브러시 곡선 편집"},
     {IDS_NO_TEXTURES, "텍스츄어 이미지가 존재하지 않습니다.\n프로그램이 정상적으로 작동할 수 없습니다.\n프로그램을 다시 설치하십시오."},
+    {1131, "복사될 이미지 영역을 먼저 선택하여야 합니다.\n마우스를 원하는 위치로 이동 시킨 후 Ctrl 키를 누른 \n상태에서 마우스 왼쪽 버튼을 클릭하십시오."},
     {IDS_BAD_FORMAT, "올바른 파일 형식이 아닙니다."},
     {IDS_LOAD_ERROR, "이미지를 로딩하는 도중 오류가 발생하였습니다.! -> 오류 코드:"},
     {IDS_NUMBER_OUT_OF_RANGE, "Given value is out of range.\n"},

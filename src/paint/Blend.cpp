@@ -35,15 +35,20 @@ struct DissolveSeeds {
     }
 };
 
+std::uint32_t DissolveSeed(int nRow)
+{
+    static const DissolveSeeds s_seeds;
+    return s_seeds.aSeeds[nRow % c_nDissolveSeeds];
+}
+
 /// The noise is a fixed pattern from the block's corner: every row begins at a seed of its own. The generator is left
 /// where drawing number after number would have left it.
 void DissolveBlock(const uint8_t* pSource, uint8_t* pDestination, int w, int h, int nPixelSize)
 {
-    static const DissolveSeeds s_seeds;
     std::uint32_t nState = c_nDissolveSeed;
     const size_t nRow = static_cast<size_t>(w) * nPixelSize;
     for (int j = 0; j < h; j++, pSource += nRow, pDestination += nRow) {
-        nState = s_seeds.aSeeds[j % c_nDissolveSeeds];
+        nState = DissolveSeed(j);
         if (nPixelSize == 4)
             VectorDissolveRow(nState, pSource, pDestination, w);
         else
@@ -92,6 +97,37 @@ void MixRow(const uint8_t* pCanvas, const uint8_t* pBlock, uint8_t* pOut, const 
         i += n;
         nColumn = 0;
     }
+}
+
+void BlendPackedRow(int nMode, const uint8_t* pCanvas, const uint8_t* pInk, uint8_t* pOut, size_t nCount)
+{
+    constexpr size_t c_nChunk = 256;
+    uint8_t aCanvas[c_nChunk * 3], aInk[c_nChunk * 4], aOut[c_nChunk * 4];
+    for (size_t n; nCount > 0; nCount -= n, pCanvas += n * 3, pInk += n * 3, pOut += n * 3) {
+        n = std::min(nCount, c_nChunk);
+        for (size_t i = 0; i < n; i++) {
+            for (size_t k = 0; k < 3; k++) {
+                aCanvas[i * 3 + k] = pCanvas[i * 3 + 2 - k];
+                aInk[i * 4 + k] = pInk[i * 3 + 2 - k];
+            }
+            aInk[i * 4 + 3] = 255;
+        }
+        VectorBlendRow(nMode, aCanvas, aInk, aOut, n);
+        for (size_t i = 0; i < n; i++)
+            for (size_t k = 0; k < 3; k++)
+                pOut[i * 3 + k] = aOut[i * 4 + 2 - k];
+    }
+}
+
+void DissolveAlphaRow(int nRow, uint8_t* pAlpha, size_t nCount)
+{
+    std::uint32_t nState = DissolveSeed(nRow);
+    for (size_t i = 0; i < nCount; i++) {
+        nState = nState * 214013u + 2531011u;
+        if ((nState >> 16 & 255) > pAlpha[i])
+            pAlpha[i] = 0;
+    }
+    Srand(nState);
 }
 
 void MultiplyAlphaRow(uint8_t* pBlock, const uint8_t* pMask, int nOpacity, size_t nCount, int nPixelSize)

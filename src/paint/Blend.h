@@ -17,6 +17,14 @@ namespace kestrune {
 void BlendBlock(int nMode, const std::uint8_t* pCanvas, const std::uint8_t* pSource, std::uint8_t* pDestination,
                 int nCanvasWidth, int nCanvasHeight, int w, int h, int x, int y, int nPixelSize);
 
+/// Colours one row of packed pixels in the picture's order, blue, green, red: out = mode(canvas, ink), any mode but Dissolve.
+/// `pOut` may be neither of the others.
+void BlendPackedRow(int nMode, const std::uint8_t* pCanvas, const std::uint8_t* pInk, std::uint8_t* pOut, std::size_t nCount);
+
+/// What Dissolve does to the alphas of a block's row `nRow`, counted from the block's top. The generator is left as after the
+/// row's draws.
+void DissolveAlphaRow(int nRow, std::uint8_t* pAlpha, std::size_t nCount);
+
 /// Bytes that are multiplied into the alpha, laid over the whole picture as tiles from its origin.
 struct BlendTexture {
     const std::uint8_t* pBytes = nullptr; ///< nWidth x nHeight

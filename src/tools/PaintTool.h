@@ -31,6 +31,10 @@ public:
     virtual bool OnKeyUp(int /*nKey*/, int /*nRepeat*/, unsigned /*nFlags*/) { return false; }
     /// True when the tool has set a cursor for the pointer at that client point.
     virtual bool OnSetCursor(CToolView&, CPoint) { return false; }
+    /// The pointer left the view.
+    virtual void OnMouseLeave(CToolView&) {}
+    /// True when a drag is to be told every position the mouse was at, not only the last before each turn of the event loop.
+    virtual bool WantsEveryMove() const { return false; }
     /// The view's zoom or scroll position changed: a tool with something on the overlay sets it anew.
     virtual void OnDrawOverlay(CToolView&) {}
     virtual void OnTimer(CToolView&, int /*nTimer*/) {}

@@ -2,9 +2,12 @@
 
 #include "base/Geometry.h"
 
+#include <memory>
 #include <vector>
 
 namespace kestrune {
+
+struct OverlayShape;
 
 /// What a tool draws over the picture while it works: rubber bands, outlines and handles, in client pixels. It is a list and
 /// not a painting call, so that a tool needs no window system and the view can repaint just what changed.
@@ -15,8 +18,10 @@ struct ToolOverlay {
     std::vector<Line> aLines;      ///< drawn in two tones, visible over any picture
     std::vector<CRect> aHandles;   ///< small squares with a rim
     std::vector<CRect> aEllipses;  ///< outlines, as the lines
+    std::shared_ptr<const OverlayShape> pShape; ///< an outline that stays as it is and only moves; null: none
+    CPoint ptShape;                             ///< where its origin lies
 
-    bool IsEmpty() const { return aLines.empty() && aHandles.empty() && aEllipses.empty(); }
+    bool IsEmpty() const { return aLines.empty() && aHandles.empty() && aEllipses.empty() && !pShape; }
     void AddRect(const CRect& rc)
     {
         const int r = rc.right - 1, b = rc.bottom - 1;
@@ -25,6 +30,12 @@ struct ToolOverlay {
         aLines.push_back({{r, b}, {rc.left, b}});
         aLines.push_back({{rc.left, b}, {rc.left, rc.top}});
     }
+};
+
+/// Many lines that are repainted as one rectangle, drawn as the others.
+struct OverlayShape {
+    std::vector<ToolOverlay::Line> aLines;
+    CRect rc; ///< holds them all
 };
 
 } // namespace kestrune

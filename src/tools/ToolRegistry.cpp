@@ -1,6 +1,16 @@
 #include "tools/ToolRegistry.h"
 
+#include "tools/AirBrushTool.h"
+#include "tools/BlurTool.h"
+#include "tools/BrushTool.h"
+#include "tools/BurnTool.h"
+#include "tools/DodgeTool.h"
+#include "tools/EraserTool.h"
 #include "tools/HandTool.h"
+#include "tools/PencilTool.h"
+#include "tools/SharpenTool.h"
+#include "tools/SmudgeTool.h"
+#include "tools/StampTool.h"
 #include "tools/ToolTable.h"
 #include "tools/ZoomTool.h"
 
@@ -29,19 +39,19 @@ struct AllTools {
     CPaintTool move{TOOL_MOVE};
     CPaintTool magicWand{TOOL_MAGIC_WAND};
     CPaintTool crop{TOOL_CROP};
-    CPaintTool pencil{TOOL_PENCIL};
-    CPaintTool brush{TOOL_BRUSH};
-    CPaintTool eraser{TOOL_ERASER};
-    CPaintTool airBrush{TOOL_AIR_BRUSH};
-    CPaintTool stamp{TOOL_STAMP};
+    CPencilTool pencil{TOOL_PENCIL};
+    CBrushTool brush{TOOL_BRUSH};
+    CEraserTool eraser{TOOL_ERASER};
+    CAirBrushTool airBrush{TOOL_AIR_BRUSH};
+    CStampTool stamp{TOOL_STAMP};
     CPaintTool photoBrush{TOOL_PHOTO_BRUSH};
     CPaintTool colorEffect{TOOL_COLOR_EFFECT};
     CPaintTool textureEffect{TOOL_TEXTURE_EFFECT};
-    CPaintTool blur{TOOL_BLUR};
-    CPaintTool sharpen{TOOL_SHARPEN};
-    CPaintTool dodge{TOOL_DODGE};
-    CPaintTool burn{TOOL_BURN};
-    CPaintTool smudge{TOOL_SMUDGE};
+    CBlurTool blur{TOOL_BLUR};
+    CSharpenTool sharpen{TOOL_SHARPEN};
+    CDodgeTool dodge{TOOL_DODGE};
+    CBurnTool burn{TOOL_BURN};
+    CSmudgeTool smudge{TOOL_SMUDGE};
     CPaintTool gradient{TOOL_GRADIENT};
     CPaintTool bucket{TOOL_BUCKET};
     CPaintTool scale{TOOL_SCALE};

@@ -85,6 +85,10 @@ void CPaintView::DrawOverlay(QPainter& painter)
             painter.drawLine(line.a.x, line.a.y, line.b.x, line.b.y);
         for (const CRect& rc : m_overlay.aEllipses)
             painter.drawEllipse(rc.left, rc.top, rc.Width() - 1, rc.Height() - 1);
+        if (m_overlay.pShape)
+            for (const ToolOverlay::Line& line : m_overlay.pShape->aLines)
+                painter.drawLine(line.a.x + m_overlay.ptShape.x, line.a.y + m_overlay.ptShape.y, line.b.x + m_overlay.ptShape.x,
+                                 line.b.y + m_overlay.ptShape.y);
     }
     painter.setPen(QPen(Qt::black, 1));
     painter.setBrush(Qt::white);
@@ -114,6 +118,11 @@ QRegion CPaintView::OverlayRegion() const
         add(rc);
     for (const CRect& rc : m_overlay.aEllipses)
         add(rc);
+    if (m_overlay.pShape) {
+        CRect rc = m_overlay.pShape->rc;
+        rc.Offset(m_overlay.ptShape.x, m_overlay.ptShape.y);
+        add(rc);
+    }
     return region;
 }
 

@@ -64,8 +64,11 @@ void CPaintView::mousePressEvent(QMouseEvent* pEvent)
     m_nDragTool = bLeft ? g_nCurrentTool : TOOL_HAND; // the middle button pans, whatever the tool
     m_bMouseDown = true;
     m_ptPress = pEvent->position();
-    if (CPaintTool* pTool = EventTool())
+    if (CPaintTool* pTool = EventTool()) {
+        // A window system that would merge moves for a busy program takes corners off the path of a quick hand.
+        QCoreApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, !pTool->WantsEveryMove());
         pTool->OnLButtonDown(*this, FlagsOf(*pEvent), pt);
+    }
     m_bDragArmed = bLeft;
 }
 
@@ -85,9 +88,18 @@ void CPaintView::mouseReleaseEvent(QMouseEvent* pEvent)
     CPaintTool* pTool = EventTool();
     if (pTool && (!bMiddle || m_bMouseDown))
         pTool->OnLButtonUp(*this, FlagsOf(*pEvent), pt);
+    QCoreApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, true);
     m_bMouseDown = false;
     m_bDragArmed = false;
     UpdateCursor(pt);
+}
+
+bool CPaintView::viewportEvent(QEvent* pEvent)
+{
+    if (pEvent->type() == QEvent::Leave && !m_bMouseDown)
+        if (CPaintTool* pTool = EventTool())
+            pTool->OnMouseLeave(*this);
+    return QAbstractScrollArea::viewportEvent(pEvent);
 }
 
 void CPaintView::mouseDoubleClickEvent(QMouseEvent* pEvent)

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace kestrune {
+
+/// One byte for each pixel of a picture, all zero at first. The system gives a page of memory when it is first written, so
+/// a map costs what is painted on and not what the picture measures.
+class CoverageMap {
+public:
+    CoverageMap() = default;
+    /// Throws std::bad_alloc.
+    CoverageMap(int nWidth, int nHeight);
+    ~CoverageMap();
+    CoverageMap(const CoverageMap&) = delete;
+    CoverageMap& operator=(const CoverageMap&) = delete;
+    CoverageMap(CoverageMap&& other) noexcept { Swap(other); }
+    CoverageMap& operator=(CoverageMap&& other) noexcept
+    {
+        Swap(other);
+        return *this;
+    }
+
+    std::uint8_t* Row(int y) const { return m_pBytes + static_cast<std::size_t>(y) * m_nWidth; }
+    int Width() const { return m_nWidth; }
+
+private:
+    void Swap(CoverageMap& other) noexcept;
+
+    std::uint8_t* m_pBytes = nullptr;
+    std::size_t m_nBytes = 0;
+    int m_nWidth = 0;
+};
+
+} // namespace kestrune

@@ -1,0 +1,24 @@
+#include "paint/EraserCore.h"
+
+#include "doc/ColorState.h"
+
+namespace kestrune {
+
+void EraserCore::Begin(unsigned nFlags, double x, double y)
+{
+    PaintCore::Begin(nFlags, x, y);
+    m_nMode = 0;
+    m_bHardEdge = IsTinyBrush();
+    m_bEraseFloatAlpha = m_settings.bEraseFloat;
+    LayFirst();
+}
+
+void EraserCore::Dab()
+{
+    if (!GetTile())
+        return;
+    SetInk(SnappedColor(g_crBackground));
+    Paint();
+}
+
+} // namespace kestrune
