@@ -88,4 +88,16 @@ ByteTable OldPhotoTable(double fDelta)
     });
 }
 
+void LookUpRow(const ChannelTables& tables, const std::uint8_t* pIn, std::uint8_t* pOut, int nPixels)
+{
+    const std::uint8_t* const pBlue = tables[0].data();
+    const std::uint8_t* const pGreen = tables[1].data();
+    const std::uint8_t* const pRed = tables[2].data();
+    for (const std::uint8_t* const pEnd = pIn + 3 * static_cast<std::size_t>(nPixels); pIn != pEnd; pIn += 3, pOut += 3) {
+        pOut[0] = pBlue[pIn[0]];
+        pOut[1] = pGreen[pIn[1]];
+        pOut[2] = pRed[pIn[2]];
+    }
+}
+
 } // namespace kestrune

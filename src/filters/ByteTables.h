@@ -34,4 +34,7 @@ ByteTable BalanceTable(int nShadows, int nMidtones, int nHighlights);
 /// One channel of the old photo: a delta spread by tone.
 ByteTable OldPhotoTable(double fDelta);
 
+/// Every byte of a row through its channel's table.
+void LookUpRow(const ChannelTables& tables, const std::uint8_t* pIn, std::uint8_t* pOut, int nPixels);
+
 } // namespace kestrune

@@ -78,11 +78,7 @@ void LookUp(CFilterTarget& target, const ChannelTables& tables)
 {
     target.WriteRows(16, [&](int y0, int y1) {
         for (int y = y0; y < y1; ++y) {
-            const std::uint8_t* pIn = target.Row(y);
-            std::uint8_t* pOut = target.OutRow(y);
-            for (int x = 0; x < target.Width(); ++x, pIn += 3, pOut += 3)
-                for (int c = 0; c < 3; ++c)
-                    pOut[c] = tables[c][pIn[c]];
+            LookUpRow(tables, target.Row(y), target.OutRow(y), target.Width());
             target.Finish(y);
         }
     });

@@ -12,6 +12,7 @@
 #define HWY_TARGET_INCLUDE "paint/BlendVector.cpp"
 #include "hwy/foreach_target.h" // must come before highway.h
 #include "hwy/highway.h"
+#include "paint/HlsVector-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace kestrune {
@@ -182,45 +183,13 @@ size_t ChannelRow(const uint8_t* pCanvas, const uint8_t* pSource, uint8_t* pDest
     return i;
 }
 
-// The colour modes, on 16 pixels at a time: as many doubles as the processor takes, in the order of ColorConvert.cpp.
-
-using DF = hn::CappedTag<double, 8>;
-using DI = hn::Rebind<std::int32_t, DF>;
-using VF = hn::Vec<DF>;
-using VI = hn::Vec<DI>;
-
-HWY_INLINE VI Int(int n) { return hn::Set(DI(), n); }
-HWY_INLINE VF Real(double f) { return hn::Set(DF(), f); }
-HWY_INLINE VF ToReal(VI v) { return hn::PromoteTo(DF(), v); }
-HWY_INLINE VI ToInt(VF v) { return hn::DemoteTo(DI(), v); }
-
-struct Rgb {
-    VI r, g, b;
-    VI Max() const { return hn::Max(hn::Max(r, g), b); }
-    VI Min() const { return hn::Min(hn::Min(r, g), b); }
-};
+// The colour modes, on 16 pixels at a time: as many doubles as the processor takes.
 
 HWY_INLINE Rgb LoadRgb(const uint32_t* p)
 {
     const VI v = hn::BitCast(DI(), hn::LoadU(hn::RebindToUnsigned<DI>(), p));
     const VI byte = Int(255);
     return {hn::And(v, byte), hn::And(hn::ShiftRight<8>(v), byte), hn::And(hn::ShiftRight<16>(v), byte)};
-}
-
-/// A grey has the difference 0, whose place 1 takes: the hue comes out 0 as it should.
-HWY_INLINE VI HueOf(const Rgb& c, VI max, VI min)
-{
-    const auto isRed = hn::Eq(c.r, max);
-    const auto isGreen = hn::Eq(c.g, max);
-    const VI part
-        = hn::IfThenElse(isRed, hn::Sub(c.g, c.b), hn::IfThenElse(isGreen, hn::Sub(c.b, c.r), hn::Sub(c.r, c.g)));
-    const VI start = hn::IfThenElse(isRed, Int(0), hn::IfThenElse(isGreen, Int(2), Int(4)));
-    const VF delta = ToReal(hn::Max(hn::Sub(max, min), Int(1)));
-    VF h = hn::Mul(hn::Add(hn::Div(ToReal(part), delta), ToReal(start)), Real(42.5));
-    const auto isBelow = hn::Lt(h, Real(0));
-    const auto isAbove = hn::Gt(h, Real(255));
-    h = hn::IfThenElse(isBelow, hn::Add(h, Real(255)), hn::IfThenElse(isAbove, hn::Sub(h, Real(255)), h));
-    return ToInt(h);
 }
 
 HWY_INLINE VI HsvSaturationOf(VI max, VI min)
@@ -268,38 +237,11 @@ struct ValueOp {
     }
 };
 
-HWY_INLINE VI ChannelOf(VF m1, VF m2, VF h)
-{
-    h = hn::IfThenElse(hn::Gt(h, Real(255)), hn::Sub(h, Real(255)),
-                       hn::IfThenElse(hn::Lt(h, Real(0)), hn::Add(h, Real(255)), h));
-    const VF rise = hn::Sub(m2, m1);
-    // The two slopes share one division: only the factor differs.
-    const auto isFirst = hn::Lt(h, Real(42.5));
-    const VF factor = hn::IfThenElse(isFirst, h, hn::Sub(Real(170), h));
-    const VF slope = hn::Add(m1, hn::Div(hn::Mul(rise, factor), Real(42.5)));
-    VF x = hn::IfThenElse(hn::Lt(h, Real(170)), slope, m1);
-    x = hn::IfThenElse(hn::And(hn::Not(isFirst), hn::Lt(h, Real(127.5))), m2, x);
-    return ToInt(hn::Mul(x, Real(255)));
-}
-
 struct ColorOp {
     HWY_INLINE Rgb operator()(const Rgb& c, const Rgb& s) const
     {
         const VI max = s.Max(), min = s.Min();
-        const VI sum = hn::Add(max, min);
-        const VI divisor = hn::Max(hn::IfThenElse(hn::Lt(sum, Int(256)), sum, hn::Sub(Int(511), sum)), Int(1));
-        const VI sat = ToInt(hn::Div(ToReal(hn::Mul(hn::Sub(max, min), Int(255))), ToReal(divisor)));
-        const VF hue = ToReal(HueOf(s, max, min));
-        const VI light = hn::ShiftRight<1>(hn::Add(c.Max(), c.Min()));
-        const VF fs = ToReal(sat), fl = ToReal(light);
-        const VF dark = hn::Div(hn::Mul(hn::Add(Real(255), fs), fl), Real(65025));
-        const VF bright = hn::Div(hn::Sub(hn::Add(fl, fs), hn::Div(hn::Mul(fl, fs), Real(255))), Real(255));
-        const VF m2 = hn::IfThenElse(hn::Lt(fl, Real(128)), dark, bright);
-        const VF m1 = hn::Sub(hn::Div(fl, Real(127.5)), m2);
-        const auto isGrey = hn::Eq(sat, Int(0));
-        return {hn::IfThenElse(isGrey, light, ChannelOf(m1, m2, hn::Add(hue, Real(85)))),
-                hn::IfThenElse(isGrey, light, ChannelOf(m1, m2, hue)),
-                hn::IfThenElse(isGrey, light, ChannelOf(m1, m2, hn::Sub(hue, Real(85))))};
+        return FromHls(HueOf(s, max, min), LightnessOf(c.Max(), c.Min()), HlsSaturationOf(max, min));
     }
 };
 
