@@ -1,12 +1,12 @@
 #include "app/FrameBoxes.h"
 #include "app/MainFrame.h"
+#include "resources/BrushPrepare.h"
 #include "resources/gui/BrushBox.h"
-#include "resources/gui/BrushButtons.h"
-#include "resources/gui/BrushWnd.h"
 #include "script/ScriptContext.h"
 #include "ui/ControlValue.h"
 #include "ui/NumEdit.h"
 
+#include <algorithm>
 #include <limits>
 
 namespace kestrune::statements {
@@ -46,7 +46,12 @@ StatementResult BrushNew(CScriptContext& context, const QStringList& words)
 
 StatementResult SoftEdge(CScriptContext& context, const QStringList& words)
 {
-    if (const StatementResult failure = PutIntoControl(Box(context).SoftEdge(), words[0]))
+    constexpr int c_nTyped = 9999;
+    int nWidth = 0;
+    if (const StatementResult failure = ReadNumber(words[0], -c_nTyped, c_nTyped, nWidth))
+        return failure;
+    // The box limits what is typed into it, where a dialog would refuse it.
+    if (const StatementResult failure = PutIntoControl(Box(context).SoftEdge(), QString::number(std::clamp(nWidth, 0, c_nMaxSoftEdge))))
         return failure;
     Box(context).SettleBrush(); // no stroke of a person comes sooner than the timer either
     return {};

@@ -88,6 +88,7 @@ int CScriptRunner::Run(QTextStream& script)
     int nStatus = 0;
     Settle(); // what the start has put off comes before the first line
     LoadBoxes(m_context.app);
+    Settle();
     QString strLine;
     for (int nLine = 1; !m_context.bQuit && script.readLineInto(&strLine); nLine++) {
         const StatementResult failure = RunLine(strLine);

@@ -88,9 +88,10 @@ void CCellGrid::paintEvent(QPaintEvent* pEvent)
 {
     QPainter painter(viewport());
     for (int i = 0; i < m_nCount; i++) {
-        const QRect rc = CellRect(i).adjusted(0, 0, -1, -1);
-        if (!rc.intersects(pEvent->rect()))
+        const QRect rcCell = CellRect(i);
+        if (!rcCell.intersects(pEvent->rect()))
             continue;
+        const QRect rc = rcCell.adjusted(1, 1, -2, -2); // drawn frames end one pixel farther right and below
         DrawCell(painter, i, rc.adjusted(1, 1, 0, 0));
         painter.setPen(i == m_iSelected ? Qt::red : Qt::black);
         painter.setBrush(Qt::NoBrush);

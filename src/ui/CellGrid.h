@@ -34,7 +34,7 @@ Q_SIGNALS:
 
 protected:
     void SetCount(int nCount);
-    /// Draws the inside of a cell. `rc` is the cell without the frame around it.
+    /// Draws the inside of a cell. `rc` is the cell without the frame around it and the gap between two: 4 pixels less.
     virtual void DrawCell(QPainter& painter, int iCell, const QRect& rc) = 0;
     /// What a tip over the cell, and a screen reader at its selection, say.
     virtual QString CellText(int iCell) const = 0;

@@ -21,8 +21,6 @@
 #include <QMouseEvent>
 #include <QToolButton>
 
-#include <algorithm>
-#include <cmath>
 
 namespace kestrune {
 
@@ -52,6 +50,8 @@ CDlgBrushBox::CDlgBrushBox(std::filesystem::path pathInstall, QWidget* pParent)
     connect(&m_timerRestart, &QTimer::timeout, this, &CDlgBrushBox::PrepareActive);
     connect(m_pFiles, &QComboBox::activated, this, &CDlgBrushBox::OnFileChosen);
     connect(m_pSoftEdge, &CNumEdit::ValueEdited, this, &CDlgBrushBox::OnSoftEdgeChanged);
+    connect(m_pSoftEdge, &QLineEdit::textEdited, this, &CDlgBrushBox::OnSoftEdgeChanged); // also past the box's range
+    connect(m_pSoftEdge, &QLineEdit::editingFinished, this, [this] { m_pSoftEdge->SetValue(static_cast<float>(m_nSoftEdge)); });
     connect(m_pStrip, &QAbstractButton::clicked, this, &CDlgBrushBox::EditCurve);
     connect(m_pList, &CCellGrid::CellClicked, this, &CDlgBrushBox::OnBrushClicked);
     connect(m_pList, &CBrushWnd::BrushEdited, this, &CDlgBrushBox::ApplyBrush);

@@ -72,8 +72,9 @@ CDlgBrushOptions::CDlgBrushOptions(QWidget* pParent)
             ShowValue(slider, true);
             m_timerPreview.start();
         });
-        ShowValue(slider, false);
     }
+    for (int i = 0; i < SLIDERS; i++)
+        ShowValue(static_cast<Slider>(i), false);
     Body()->addLayout(pRows, 1);
     m_timerPreview.setSingleShot(true);
     m_timerPreview.setInterval(c_nRebuildDelay);

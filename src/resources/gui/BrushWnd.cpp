@@ -74,9 +74,8 @@ void CBrushWnd::DrawCell(QPainter& painter, int iCell, const QRect& rc)
     const double fScale = painter.device()->devicePixelRatioF();
     if (thumbnail.isNull() || thumbnail.devicePixelRatioF() != fScale)
         thumbnail = QPixmap::fromImage(BrushPicture(brush.m_pMask, brush.m_nWidth, brush.m_nHeight, c_nThumbnail, fScale));
-    painter.fillRect(rc, Qt::white);
-    painter.drawPixmap(rc.x() + (rc.width() - c_nThumbnail) / 2, rc.y() + (rc.height() - c_nThumbnail) / 2, thumbnail);
-    DrawBrushWidth(painter, rc.adjusted(0, 0, -1, 0), brush.m_nWidth);
+    painter.drawPixmap(rc.topLeft(), thumbnail);
+    DrawBrushWidth(painter, rc, brush.m_nWidth);
 }
 
 QString CBrushWnd::CellText(int iCell) const
