@@ -1,10 +1,12 @@
 #include "app/PaintApp.h"
 
+#include "acquire/gui/Clipboard.h"
 #include "app/AboutDialog.h"
 #include "app/ChildFrame.h"
 #include "app/CommandTable.h"
 #include "app/MainFrame.h"
 #include "base/Log.h"
+#include "base/Messages.h"
 #include "base/StringTable.h"
 #include "doc/files/DecodedImage.h"
 #include "doc/gui/DocumentDialogs.h"
@@ -12,6 +14,7 @@
 #include "doc/gui/OpenDialog.h"
 #include "doc/gui/SvgReader.h"
 #include "ui/MessageSink.h"
+#include "ui/WaitCursor.h"
 #include "undo/UndoKinds.h"
 #include "undo/UndoStack.h"
 #include "view/PaintView.h"
@@ -85,7 +88,7 @@ bool CPaintApp::InitInstance(bool bShow)
 
     m_pMainFrame = std::make_unique<CMainFrame>(*this);
     m_pDocumentHost = std::make_unique<CDocumentDialogs>(*m_pProfile, m_pMainFrame.get(),
-                                                         [this](CPaintDoc& doc) { OnDocumentChanged(doc); });
+                                                         [this](CPaintDoc& doc) { OnDocumentChanged(doc); }, PutOnClipboard);
     m_pMessageSink = std::make_unique<CWindowMessageSink>(
         m_pMainFrame.get(), [this](const QString& strText) { m_pMainFrame->ShowStatusText(strText); });
     SetMessageSink(m_pMessageSink.get());
@@ -108,7 +111,36 @@ void CPaintApp::RegisterCommands()
     OnCommandId(ID_FILE_PRINT_SETUP, [this] { RunPrinterSetup(m_pMainFrame.get()); });
     OnCommandId(ID_APP_ABOUT, [this] { CAboutDialog(m_pMainFrame.get()).DoModal(); });
     OnCommandId(ID_APP_EXIT, [this] { m_pMainFrame->close(); });
+    const auto hasPicture = [](CommandState& state) { state.bEnabled = ClipboardHasPicture(); };
+    OnCommandId(ID_PASTE_NEW, [this] { OnPasteNew(); }, hasPicture);
+    OnCommandId(ID_PASTE_FROM_CLIPBOARD, [this] { OnPasteNew(); }, hasPicture);
+    OnCommandId(ID_CLEAR_CLIPBOARD, [] { EmptyClipboard(); }, [](CommandState& state) { state.bEnabled = ClipboardHasContents(); });
     RegisterRecentFiles();
+}
+
+/// A new document from what another program, or this one, has copied. It goes through the frame's holding bitmap.
+void CPaintApp::OnPasteNew()
+{
+    std::optional<ClipboardPicture> picture;
+    {
+        const CWaitCursor wait;
+        picture = TakeFromClipboard();
+    }
+    if (!picture) {
+        Messages().StatusText(std::string(StringText(IDS_PASTE_UNREADABLE)));
+        return;
+    }
+    CMainFrame& frame = *m_pMainFrame;
+    frame.m_HoldBitmap = std::move(picture->bitmap);
+    frame.m_nHoldBitsPerPixel = picture->nBitsPerPixel;
+    frame.m_nHoldColorMode = picture->nColorMode;
+    DocumentBirth birth;
+    birth.kind = DocumentBirth::FromHoldingBitmap;
+    birth.pHolding = &frame.m_HoldBitmap;
+    birth.nBitsPerPixel = frame.m_nHoldBitsPerPixel;
+    birth.nColorMode = frame.m_nHoldColorMode;
+    NewDocument(birth);
+    frame.m_HoldBitmap.Free();
 }
 
 void CPaintApp::RegisterRecentFiles()

@@ -66,6 +66,7 @@ private:
     void RegisterCommands();
     void RegisterRecentFiles();
     void OnFileOpen();
+    void OnPasteNew();
     void OnRecentFile(int nIndex);
     void OnDocumentChanged(CPaintDoc& doc);
     CPaintDoc* ShowDocument(std::unique_ptr<CPaintDoc> pDoc);

@@ -18,6 +18,7 @@ namespace {
 
 constexpr int ID_FILE_SAVE = 57603;
 constexpr int ID_FILE_SAVE_AS = 57604;
+constexpr int ID_COPY_TO_CLIPBOARD = 30151;
 constexpr int c_nJpegIndex = 2; ///< of the save table: what an unknown extension is coded as
 
 bool HasExtension(const std::filesystem::path& path)
@@ -48,6 +49,7 @@ CPaintDoc::CPaintDoc(CDocumentHost& host)
     const auto update = [this](CommandState& state) { state.bEnabled = m_pImage != nullptr; };
     OnCommandId(ID_FILE_SAVE, [this] { OnFileSave(); }, update);
     OnCommandId(ID_FILE_SAVE_AS, [this] { OnFileSaveAs(); }, update);
+    OnCommandId(ID_COPY_TO_CLIPBOARD, [this] { OnCopyToClipboard(); }, update);
 }
 
 CPaintDoc::~CPaintDoc() = default;
@@ -118,6 +120,12 @@ bool CPaintDoc::OnFileSave()
     if (!(bAsk ? DoSave(kept) : OnSaveDocument(m_strPathName, kept)))
         return false;
     return SaveImage(m_strPathName, SaveIndexOfPath(m_strPathName), kept);
+}
+
+void CPaintDoc::OnCopyToClipboard()
+{
+    if (m_pImage && !m_host.CopyToClipboard(m_pImage->m_Bitmap))
+        SayMessage(IDS_COPY_FAILED);
 }
 
 bool CPaintDoc::OnFileSaveAs()

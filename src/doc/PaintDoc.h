@@ -35,6 +35,8 @@ public:
     virtual std::optional<NewImageParams> AskNewImage() = 0;
     /// The name to save under: `bSaveAs` tells which of the two dialogs. `nFilterIndex` comes back 2..10, the save table's row + 2.
     virtual std::optional<std::filesystem::path> AskSaveName(const std::string& strSuggested, bool bSaveAs, int& nFilterIndex) = 0;
+    /// Puts a picture of 24 bits on the clipboard; false when that failed.
+    virtual bool CopyToClipboard(const LBitmapBase&) { return false; }
     /// Titles of the documents or the list of recent files have to be shown anew.
     virtual void DocumentChanged(class CPaintDoc&) {}
 };
@@ -54,6 +56,8 @@ public:
     /// recovery folder until it is through. A name is asked when there is none or the file is read-only. True when the picture
     /// stands in the file. Each failure has been said.
     bool OnFileSave();
+    /// Copy to clipboard (30151): the whole picture, whatever is selected. Says when it failed.
+    void OnCopyToClipboard();
     /// Save As (57604): writes a file and leaves path and modified flag as they are.
     bool OnFileSaveAs();
 

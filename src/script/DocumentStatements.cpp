@@ -159,6 +159,21 @@ StatementResult Command(CScriptContext& context, const QStringList& words)
     return context.RunCommand(nId, plan);
 }
 
+StatementResult Copy(CScriptContext& context, const QStringList&)
+{
+    return context.RunCommand(ID_EDIT_COPY, std::nullopt);
+}
+
+StatementResult Cut(CScriptContext& context, const QStringList&)
+{
+    return context.RunCommand(ID_EDIT_CUT, std::nullopt);
+}
+
+StatementResult Paste(CScriptContext& context, const QStringList&)
+{
+    return context.RunCommand(ID_PASTE_HERE, std::nullopt);
+}
+
 StatementResult Answer(CScriptContext& context, const QStringList& words)
 {
     constexpr std::pair<const char*, MessageAnswer> aAnswers[] = {

@@ -60,6 +60,9 @@ StatementResult SaveAs(CScriptContext& context, const QStringList& words);
 StatementResult Close(CScriptContext& context, const QStringList& words);
 StatementResult Activate(CScriptContext& context, const QStringList& words);
 StatementResult Command(CScriptContext& context, const QStringList& words);
+StatementResult Copy(CScriptContext& context, const QStringList& words);
+StatementResult Cut(CScriptContext& context, const QStringList& words);
+StatementResult Paste(CScriptContext& context, const QStringList& words);
 StatementResult Answer(CScriptContext& context, const QStringList& words);
 StatementResult Quit(CScriptContext& context, const QStringList& words);
 

@@ -2,6 +2,7 @@
 
 #include "doc/Canvas.h"
 #include "resources/PaletteColors.h"
+#include "tools/SelectionActs.h"
 #include "undo/UndoKinds.h"
 #include "undo/UndoStack.h"
 
@@ -22,39 +23,6 @@ std::size_t PixelsOf(const LBitmapBase& bitmap)
 CRect RectOf(const CPaintImage& image)
 {
     return {0, 0, image.m_nWidth, image.m_nHeight};
-}
-
-/// Captures the float again from the mask as it stands; the selection is live.
-void CaptureSelection(CPaintImage& image)
-{
-    CRect rc;
-    const bool bAny = image.GetMaskBounds(rc.left, rc.top, rc.right, rc.bottom);
-    image.m_nFloatX = rc.left;
-    image.m_nFloatY = rc.top;
-    image.m_nFloatW = rc.Width();
-    image.m_nFloatH = rc.Height();
-    image.m_rcFloat = image.m_rcFloatStart = rc;
-    if (bAny)
-        image.CaptureFloat(rc.left, rc.top, rc.Width(), rc.Height());
-    else
-        image.ReleaseFloat();
-    image.m_bFloatReady = image.m_bSelection = true;
-    image.m_bFloating = false;
-}
-
-/// The selection mask follows the float: its visible part at its place, nothing elsewhere.
-void RebuildMask(CPaintImage& image)
-{
-    const int w = image.m_FloatBitmap.GetWidth(), h = image.m_FloatBitmap.GetHeight();
-    const CRect rcFloat{image.m_rcFloat.left, image.m_rcFloat.top, image.m_rcFloat.left + w, image.m_rcFloat.top + h};
-    const CRect rc = Intersect(rcFloat, RectOf(image));
-    if (!image.m_pMask)
-        image.AllocateMask();
-    std::memset(image.m_pMask.get(), 0, static_cast<std::size_t>(image.m_nWidth) * image.m_nHeight);
-    for (int y = rc.top; y < rc.bottom; y++)
-        std::memcpy(image.m_pMask.get() + static_cast<std::size_t>(y) * image.m_nWidth + rc.left,
-                    image.m_pFloatMask.get() + static_cast<std::size_t>(y - rcFloat.top) * w + (rc.left - rcFloat.left), rc.Width());
-    image.InvalidateMaskBounds();
 }
 
 } // namespace
@@ -128,7 +96,7 @@ bool TurnSelection(CPaintImage& image, PictureTurn turn)
     image.CompositeFloat(0, 0, nWidth);
     if (!image.m_bFloating)
         image.m_BaseBitmap.Copy(image.m_Bitmap);
-    RebuildMask(image);
+    MaskFromFloat(image);
     SettleHistory(image);
     image.Site().RepaintAll();
     return true;
@@ -147,7 +115,7 @@ void ClearPicture(CPaintImage& image)
         if (!image.m_bFloating)
             image.CutFloatHole();
         image.m_Bitmap.Copy(image.m_BaseBitmap);
-        CaptureSelection(image);
+        FinishSelection(image);
     }
     SettleHistory(image);
     image.Site().RepaintAll();
@@ -181,7 +149,7 @@ void ChangeColorMode(CPaintImage& image, int nColorMode, std::uint32_t dwFlags)
     image.m_Bitmap = std::move(working);
     image.m_BaseBitmap.Copy(image.m_Bitmap);
     if (image.m_pFloatMask)
-        CaptureSelection(image);
+        FinishSelection(image);
     MapColors();
     image.Site().RepaintAll();
 }
@@ -194,8 +162,7 @@ void PasteAsFloat(CPaintImage& image, const LBitmapBase& pasted)
     std::unique_ptr<std::uint8_t[]> pFloatMask(new std::uint8_t[PixelsOf(pasted)]);
     std::memset(pFloatMask.get(), 255, PixelsOf(pasted));
     PushSelection(image, UNDO_PASTE);
-    image.m_BaseBitmap.Copy(image.m_Bitmap);
-    image.ReleaseFloat();
+    CommitFloat(image);
     image.m_FloatBitmap.Copy(pasted);
     image.m_pFloatMask = std::move(pFloatMask);
     image.m_nFloatX = image.m_nFloatY = 0;
@@ -204,7 +171,7 @@ void PasteAsFloat(CPaintImage& image, const LBitmapBase& pasted)
     image.m_rcFloat = image.m_rcFloatStart = {0, 0, nWidth, nHeight};
     image.m_bFloatReady = image.m_bFloating = image.m_bSelection = true;
     image.m_bTransforming = false;
-    RebuildMask(image);
+    MaskFromFloat(image);
     image.CompositeFloat(0, 0, nWidth);
     image.Site().RepaintAll();
 }

@@ -48,7 +48,7 @@ void CDialogRows::AddRow(const QString& strLabel, QWidget* pControl, const QStri
         addWidget(pAfter, nRow, COLUMN_AFTER, Qt::AlignLeft | Qt::AlignVCenter);
 }
 
-void CDialogRows::AddNumber(const QString& strLabel, CNumEdit* pEdit, const QString& strTip)
+void CDialogRows::AddNumber(const QString& strLabel, CNumEdit* pEdit, const QString& strTip, const QString& strUnit)
 {
     const int nRow = rowCount();
     AddLabel(nRow, strLabel, pEdit, strTip);
@@ -57,6 +57,8 @@ void CDialogRows::AddNumber(const QString& strLabel, CNumEdit* pEdit, const QStr
     pPair->addWidget(pEdit, 1);
     pPair->addWidget(new CNumSpinCtrl(pEdit));
     addLayout(pPair, nRow, COLUMN_CONTROL);
+    if (!strUnit.isEmpty())
+        addWidget(new QLabel(strUnit), nRow, COLUMN_AFTER, Qt::AlignLeft | Qt::AlignVCenter);
 }
 
 QLabel* CDialogRows::AddFigure(const QString& strLabel, const QString& strText)

@@ -23,8 +23,8 @@ public:
     /// Adds a row. The label's mnemonic (`폭(&W):`) leads to the control, whose name for screen readers it becomes; `strTip` is
     /// the control's tip. `pAfter` stands behind the control.
     void AddRow(const QString& strLabel, QWidget* pControl, const QString& strTip, QWidget* pAfter = nullptr);
-    /// A row with a number box and its spin arrows.
-    void AddNumber(const QString& strLabel, CNumEdit* pEdit, const QString& strTip);
+    /// A row with a number box and its spin arrows, and a unit behind them.
+    void AddNumber(const QString& strLabel, CNumEdit* pEdit, const QString& strTip, const QString& strUnit = {});
     /// A row with a text of its own right of a label: a figure that the user cannot edit. Returns the text's label.
     QLabel* AddFigure(const QString& strLabel, const QString& strText = {});
     /// A control, or a text, across the whole width.

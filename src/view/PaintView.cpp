@@ -3,6 +3,7 @@
 #include "tools/ToolCommands.h"
 #include "undo/UndoStack.h"
 #include "view/DocumentViews.h"
+#include "view/PictureCommands.h"
 #include "view/Printing.h"
 #include "view/ZoomLadder.h"
 
@@ -77,6 +78,7 @@ void CPaintView::RegisterCommands()
     add(57605, [this] { RunPageSetup(this); });
     add(57607, [this] { RunPrint(*this); });
     add(57609, [this] { RunPrintPreview(*this); });
+    RegisterPictureCommands(*this);
     RegisterToolCommands(
         *this, [this] { return GetImage(); },
         [this](const ToolRow& row, int nCommand) { m_host.ShowToolBars(row, nCommand); });
@@ -205,9 +207,12 @@ void CPaintView::OnActivateView(bool bActivate)
     m_host.ViewActivated(*this, bActivate);
 }
 
+/// Another size is not a zoom: the frame follows it, as it does when a picture is opened.
 void CPaintView::SizeChanged()
 {
     OnUpdate(HINT_NONE);
+    FitFrame();
+    UpdateScrollBars();
 }
 
 /// The image point (with its fraction) in the middle of the client area; on an axis on which all is in sight the picture's middle.

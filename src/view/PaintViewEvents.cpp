@@ -1,7 +1,7 @@
+#include "acquire/gui/ImageMimeData.h"
 #include "tools/ToolRegistry.h"
 #include "tools/ToolTable.h"
 #include "ui/Icons.h"
-#include "view/ImageMimeData.h"
 #include "view/KeyCodes.h"
 #include "view/PaintView.h"
 #include "view/ZoomLadder.h"

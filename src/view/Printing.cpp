@@ -1,8 +1,8 @@
 #include "view/Printing.h"
 
+#include "acquire/gui/ImageMimeData.h"
 #include "base/Messages.h"
 #include "base/StringTable.h"
-#include "view/ImageMimeData.h"
 #include "view/PaintView.h"
 
 #include <QImage>

@@ -26,17 +26,25 @@ class CScriptTest : public testing::Test {
 protected:
     QString Path(const QString& strName) const { return m_folder.filePath(strName); }
 
-    ScriptRun RunProgram(const QStringList& words, const QByteArray& input = {})
+    /// The surroundings of a run: a home of its own, and no display unless the test has one.
+    QProcessEnvironment Environment() const
     {
-        QProcess process;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert("QT_QPA_PLATFORM", "xcb"); // no display is there: the program must choose its platform itself
+        environment.insert("QT_QPA_PLATFORM", "xcb"); // where no display is, the program must choose its platform itself
         environment.insert("HOME", m_folder.path());
         environment.insert("XDG_CONFIG_HOME", Path("config"));
         environment.insert("XDG_STATE_HOME", Path("state"));
         environment.remove("DISPLAY");
         environment.remove("WAYLAND_DISPLAY");
-        process.setProcessEnvironment(environment);
+        if (!m_strDisplay.isEmpty())
+            environment.insert("DISPLAY", m_strDisplay);
+        return environment;
+    }
+
+    ScriptRun RunProgram(const QStringList& words, const QByteArray& input = {})
+    {
+        QProcess process;
+        process.setProcessEnvironment(Environment());
         process.setWorkingDirectory(m_folder.path());
         process.start(QStringLiteral(KESTRUNE_BUILD_DIR "/kestrune"), words);
         process.write(input);
@@ -76,6 +84,7 @@ protected:
     }
 
     QTemporaryDir m_folder;
+    QString m_strDisplay; ///< of a test that has one
 };
 
 inline std::ostream& operator<<(std::ostream& stream, const QStringList& lines)

@@ -2,13 +2,15 @@
 
 #include "doc/gui/NewImageDialog.h"
 #include "doc/gui/SaveDialog.h"
+#include "ui/WaitCursor.h"
 
 namespace kestrune {
 
-CDocumentDialogs::CDocumentDialogs(CProfile& profile, QWidget* pParent, Changed changed)
+CDocumentDialogs::CDocumentDialogs(CProfile& profile, QWidget* pParent, Changed changed, Copy copy)
     : m_profile(profile)
     , m_pParent(pParent)
     , m_changed(std::move(changed))
+    , m_copy(std::move(copy))
 {
 }
 
@@ -36,6 +38,12 @@ std::optional<std::filesystem::path> CDocumentDialogs::AskSaveName(const std::st
         return std::nullopt;
     nFilterIndex = dialog.FilterIndex();
     return dialog.Path();
+}
+
+bool CDocumentDialogs::CopyToClipboard(const LBitmapBase& bitmap)
+{
+    const CWaitCursor wait;
+    return m_copy && m_copy(bitmap);
 }
 
 void CDocumentDialogs::DocumentChanged(CPaintDoc& doc)

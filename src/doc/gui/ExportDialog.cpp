@@ -5,6 +5,7 @@
 #include "doc/files/DecodedImage.h"
 #include "ui/DialogRows.h"
 #include "ui/NumEdit.h"
+#include "ui/WaitCursor.h"
 #include "ui/PopupSlider.h"
 
 #include <QFileInfo>
@@ -42,12 +43,6 @@ QList<FileFilter> ExportFilters()
     }
     return filters;
 }
-
-class CWaitCursor {
-public:
-    CWaitCursor() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~CWaitCursor() { QGuiApplication::restoreOverrideCursor(); }
-};
 
 } // namespace
 

@@ -1,6 +1,7 @@
-#include "view/ImageMimeData.h"
+#include "acquire/gui/ImageMimeData.h"
 
-#include <QBuffer>
+#include "acquire/ClipboardPicture.h"
+
 #include <QImage>
 
 #include <cstring>
@@ -9,8 +10,6 @@ namespace kestrune {
 
 namespace {
 
-constexpr const char* c_pszBmp = "image/bmp";
-constexpr const char* c_pszPng = "image/png";
 constexpr const char* c_pszQtImage = "application/x-qt-image"; // the toolkit's own name, which becomes the system's bitmap
 
 constexpr double c_fInchPerMeter = 39.3700787;
@@ -24,7 +23,11 @@ CImageMimeData::CImageMimeData(const LBitmapBase& bitmap)
 
 QStringList CImageMimeData::formats() const
 {
-    return {c_pszBmp, c_pszPng, c_pszQtImage};
+    QStringList list;
+    for (const ClipboardFormat& row : ClipboardFormats())
+        if (row.write)
+            list << QString::fromUtf8(row.mimeType.data(), static_cast<qsizetype>(row.mimeType.size()));
+    return list << QLatin1String(c_pszQtImage);
 }
 
 bool CImageMimeData::hasFormat(const QString& strType) const
@@ -34,16 +37,13 @@ bool CImageMimeData::hasFormat(const QString& strType) const
 
 QVariant CImageMimeData::retrieveData(const QString& strType, QMetaType) const
 {
-    if (!hasFormat(strType))
+    if (strType == QLatin1String(c_pszQtImage))
+        return ToQImage(m_bitmap);
+    const ClipboardFormat* pFormat = FindClipboardFormat(strType.toStdString());
+    if (!pFormat || !pFormat->write)
         return {};
-    const QImage image = ToQImage(m_bitmap);
-    if (strType == c_pszQtImage)
-        return image;
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, strType == c_pszBmp ? "BMP" : "PNG");
-    return bytes;
+    const std::vector<std::uint8_t> bytes = EncodeClipboard(m_bitmap, *pFormat);
+    return QByteArray(reinterpret_cast<const char*>(bytes.data()), static_cast<qsizetype>(bytes.size()));
 }
 
 QImage ToQImage(const LBitmapBase& bitmap)

@@ -6,12 +6,16 @@
 
 namespace kestrune {
 
-/// A picture on its way to another program, as a device-independent bitmap and as PNG. It shares the picture's pixels and
-/// encodes only what the other side asks for.
+/// A picture on its way to another program, in every coding of `ClipboardFormats`. It shares the picture's pixels and encodes
+/// only what the other side asks for.
 class CImageMimeData : public QMimeData {
     Q_OBJECT
 public:
+    /// `bitmap` has 24 bits.
     explicit CImageMimeData(const LBitmapBase& bitmap);
+
+    /// The picture itself, for a taker within the program.
+    const LBitmapBase& Bitmap() const { return m_bitmap; }
 
     QStringList formats() const override;
     bool hasFormat(const QString& strType) const override;
