@@ -38,9 +38,10 @@ private:
     std::uint8_t* At(int y) { return m_bytes.data() + m_nStride * static_cast<std::size_t>(y % m_nRows); }
     void Load(int y)
     {
-        const std::uint8_t* const pIn = m_target.Row(y);
-        std::uint8_t* const pOut = At(y);
-        for (int i = 0; i < m_target.RowBytes(); ++i)
+        const std::uint8_t* __restrict pIn = m_target.Row(y);
+        std::uint8_t* __restrict pOut = At(y);
+        const int nBytes = m_target.RowBytes();
+        for (int i = 0; i < nBytes; ++i)
             pOut[i] = pIn[i] ^ c_nMedianFlip;
     }
 
@@ -62,10 +63,9 @@ void RunMedian(const FilterRun& run)
     const auto nBytes = static_cast<std::size_t>(columns.Places()) * 3;
     target.WriteRows(16, [&](int y0, int y1) {
         CFlippedRows flipped(target, rows.Size());
-        std::vector<std::uint8_t> scratch(5 * (nBytes + 3 * CWindow::c_nMost + 2 * c_nMedianRoom));
         std::vector<std::uint8_t> result(nBytes + c_nMedianRoom);
         for (int y = y0; y < y1; ++y) {
-            MedianRow(flipped.Move(rows.Start(y)), rows.Size(), columns.Size(), scratch.data(), result.data(), nBytes);
+            MedianRow(flipped.Move(rows.Start(y)), rows.Size(), columns.Size(), result.data(), nBytes);
             std::memcpy(target.OutRow(y) + 3 * columns.Before(), result.data(), nBytes);
             columns.SpreadEnds(target.OutRow(y));
             target.Finish(y);

@@ -142,17 +142,34 @@ void MedianByBits(const uint8_t* const* ppRows, int nRows, int nColumns, uint8_t
     }
 }
 
-void Row(const uint8_t* const* ppRows, int nRows, int nColumns, uint8_t* pScratch, uint8_t* pOut, size_t nBytes)
+/// Sorted columns fit in the nearest cache for this many bytes of a row.
+constexpr size_t c_nTile = 1024;
+
+template <int N>
+void MedianBySorting(const uint8_t* const* ppRows, uint8_t* pOut, size_t nBytes)
 {
-    const size_t nReach = nBytes + 3 * static_cast<size_t>(nColumns);
-    const size_t nStride = nReach + c_nMedianRoom;
-    if (nRows == 3 && nColumns == 3) {
-        SortColumns<3>(ppRows, pScratch, nStride, nReach);
-        Median3(pScratch, nStride, pOut, nBytes);
-    } else if (nRows == 5 && nColumns == 5) {
-        SortColumns<5>(ppRows, pScratch, nStride, nReach);
-        Median5(pScratch, nStride, pOut, nBytes);
-    } else
+    constexpr size_t c_nStride = c_nTile + 3 * N + c_nMedianRoom;
+    HWY_ALIGN uint8_t aPlanes[N * c_nStride];
+    const uint8_t* apRows[N];
+    for (size_t i = 0; i < nBytes; i += c_nTile) {
+        const size_t n = std::min(c_nTile, nBytes - i);
+        for (int r = 0; r < N; ++r)
+            apRows[r] = ppRows[r] + i;
+        SortColumns<N>(apRows, aPlanes, c_nStride, n + 3 * (N - 1));
+        if constexpr (N == 3)
+            Median3(aPlanes, c_nStride, pOut + i, n);
+        else
+            Median5(aPlanes, c_nStride, pOut + i, n);
+    }
+}
+
+void Row(const uint8_t* const* ppRows, int nRows, int nColumns, uint8_t* pOut, size_t nBytes)
+{
+    if (nRows == 3 && nColumns == 3)
+        MedianBySorting<3>(ppRows, pOut, nBytes);
+    else if (nRows == 5 && nColumns == 5)
+        MedianBySorting<5>(ppRows, pOut, nBytes);
+    else
         MedianByBits(ppRows, nRows, nColumns, pOut, nBytes);
 }
 
@@ -166,10 +183,9 @@ namespace kestrune {
 
 HWY_EXPORT(Row);
 
-void MedianRow(const std::uint8_t* const* ppRows, int nRows, int nColumns, std::uint8_t* pScratch, std::uint8_t* pOut,
-               std::size_t nBytes)
+void MedianRow(const std::uint8_t* const* ppRows, int nRows, int nColumns, std::uint8_t* pOut, std::size_t nBytes)
 {
-    HWY_DYNAMIC_DISPATCH(Row)(ppRows, nRows, nColumns, pScratch, pOut, nBytes);
+    HWY_DYNAMIC_DISPATCH(Row)(ppRows, nRows, nColumns, pOut, nBytes);
 }
 
 } // namespace kestrune

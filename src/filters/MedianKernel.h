@@ -12,9 +12,7 @@ inline constexpr std::size_t c_nMedianRoom = 128;
 
 /// The middle (index n x n / 2 of the sorted ones) of the bytes of a window, for windows of whole rows and columns:
 /// `ppRows` are `nRows` flipped rows, the window's columns stand 3 bytes apart from i on, and out[i] (not flipped) is the
-/// result, for i below `nBytes`. `pScratch` has room for 5 x (nBytes + 3 x nColumns + c_nMedianRoom). `pOut` has
-/// `c_nMedianRoom` bytes of room as well.
-void MedianRow(const std::uint8_t* const* ppRows, int nRows, int nColumns, std::uint8_t* pScratch, std::uint8_t* pOut,
-               std::size_t nBytes);
+/// result, for i below `nBytes`. `pOut` has `c_nMedianRoom` bytes of room as well.
+void MedianRow(const std::uint8_t* const* ppRows, int nRows, int nColumns, std::uint8_t* pOut, std::size_t nBytes);
 
 } // namespace kestrune

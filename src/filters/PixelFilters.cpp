@@ -1,45 +1,59 @@
-// Filters whose result depends on the three bytes of a pixel together.
+// Filters that see one byte of each pixel, its grey or its brightest channel, and set all three by it.
 #include "filters/ByteTables.h"
 #include "filters/FilterOperations.h"
 #include "filters/FilterTarget.h"
+#include "filters/RowKernels.h"
 
 #include <algorithm>
+#include <cstring>
+#include <vector>
 
 namespace kestrune {
 
 namespace {
 
-using std::uint8_t;
+using PixelTable = std::array<std::uint32_t, 256>; ///< blue in the low byte, then green, then red
+using ByteOfPixel = void (*)(const std::uint8_t*, std::uint8_t*, std::size_t);
 
-int Brightest(const uint8_t* p) { return std::max(std::max(p[0], p[1]), p[2]); }
-int Darkest(const uint8_t* p) { return std::min(std::min(p[0], p[1]), p[2]); }
-
-/// Calls `pixel(in, out)` for each pixel of the run.
+/// `pixel(i)` is what a pixel whose byte is `i` becomes.
 template <typename Pixel>
-void EachPixel(const FilterRun& run, const Pixel& pixel)
+void RunByByte(const FilterRun& run, ByteOfPixel byteOf, const Pixel& pixel)
 {
-    FilterEachRow(run, [&](const uint8_t* pIn, uint8_t* pOut, int nPixels) {
-        for (int x = 0; x < nPixels; ++x)
-            pixel(pIn + 3 * x, pOut + 3 * x);
+    PixelTable table;
+    for (int i = 0; i < 256; ++i)
+        table[i] = pixel(i);
+    CFilterTarget target(run);
+    const auto nPixels = static_cast<std::size_t>(target.Width());
+    target.WriteRows(16, [&](int y0, int y1) {
+        std::vector<std::uint8_t> bytes(nPixels);
+        for (int y = y0; y < y1; ++y) {
+            byteOf(target.Row(y), bytes.data(), nPixels);
+            std::uint8_t* const pOut = target.OutRow(y);
+            // Four bytes at once: the next pixel overwrites the fourth.
+            for (std::size_t x = 0; x + 1 < nPixels; ++x)
+                std::memcpy(pOut + 3 * x, &table[bytes[x]], 4);
+            std::memcpy(pOut + 3 * (nPixels - 1), &table[bytes[nPixels - 1]], 3);
+            target.Finish(y);
+        }
     });
+}
+
+constexpr std::uint32_t Pixel(int b, int g, int r)
+{
+    return static_cast<std::uint32_t>(b) | static_cast<std::uint32_t>(g) << 8 | static_cast<std::uint32_t>(r) << 16;
 }
 
 } // namespace
 
 void RunDesaturate(const FilterRun& run)
 {
-    EachPixel(run, [](const uint8_t* pIn, uint8_t* pOut) {
-        pOut[0] = pOut[1] = pOut[2] = static_cast<uint8_t>((Brightest(pIn) + Darkest(pIn)) / 2);
-    });
+    RunByByte(run, GreyRow, [](int i) { return Pixel(i, i, i); });
 }
 
 /// Black and white by the brightest channel.
 void RunThreshold(const FilterRun& run)
 {
-    const int nAmount = run.values.an[0];
-    EachPixel(run, [=](const uint8_t* pIn, uint8_t* pOut) {
-        pOut[0] = pOut[1] = pOut[2] = Brightest(pIn) < nAmount ? 0 : 255;
-    });
+    RunByByte(run, BrightestRow, [&](int i) { return i < run.values.an[0] ? 0u : Pixel(255, 255, 255); });
 }
 
 /// A darkened, flattened grey, warmed by tone: red rises and blue falls most in the shadows.
@@ -48,17 +62,9 @@ void RunOldPhoto(const FilterRun& run)
     const double fAmount = run.values.an[0];
     const ByteTable red = OldPhotoTable(fAmount);
     const ByteTable blue = OldPhotoTable(-fAmount);
-    ChannelTables tables; // by grey: what the three bytes become
-    for (int nGrey = 0; nGrey < 256; ++nGrey) {
+    RunByByte(run, GreyRow, [&](int nGrey) {
         const int t = std::clamp((((nGrey * 90) / 100 - 128) * 70) / 100 + 128, 0, 255);
-        tables[0][nGrey] = blue[t];
-        tables[1][nGrey] = static_cast<uint8_t>(t);
-        tables[2][nGrey] = red[t];
-    }
-    EachPixel(run, [&](const uint8_t* pIn, uint8_t* pOut) {
-        const int nGrey = (Brightest(pIn) + Darkest(pIn)) / 2;
-        for (int c = 0; c < 3; ++c)
-            pOut[c] = tables[c][nGrey];
+        return Pixel(blue[t], t, red[t]);
     });
 }
 

@@ -79,6 +79,19 @@ void Box(const uint8_t* const* ppRows, uint16_t* HWY_RESTRICT pSum, uint8_t* HWY
     }
 }
 
+void Weights(const uint8_t* HWY_RESTRICT pRow, int nDivisor, int32_t* HWY_RESTRICT pPositive,
+             int32_t* HWY_RESTRICT pNegative, size_t nBytes)
+{
+    // Products are whole and below 2^18: the quotient's distance to the next whole number, 1 / divisor, is over its rounding.
+    const float f = static_cast<float>(nDivisor);
+    for (size_t i = 0; i < nBytes; ++i) {
+        const int32_t n = pRow[i];
+        const int32_t nPositive = static_cast<int32_t>(static_cast<float>(n * 800) / f);
+        pPositive[i] = nPositive;
+        pNegative[i] = (nPositive + 4 - n * 8) >> 3;
+    }
+}
+
 void Sharpen(const int32_t* const* ppNegative, const int32_t* HWY_RESTRICT pPositive, int32_t* HWY_RESTRICT pSum,
              uint8_t* HWY_RESTRICT pOut, size_t nBytes)
 {
@@ -157,6 +170,43 @@ void Range(const uint8_t* pRow, size_t nBytes, uint8_t& nMin, uint8_t& nMax)
     nMax = nHigh;
 }
 
+struct GreyOp {
+    template <class V>
+    HWY_INLINE V operator()(V a, V b, V c) const
+    {
+        const V high = hn::Max(hn::Max(a, b), c), low = hn::Min(hn::Min(a, b), c);
+        return hn::Add(hn::And(high, low), hn::ShiftRight<1>(hn::Xor(high, low)));
+    }
+    static uint8_t Byte(const uint8_t* p)
+    {
+        return static_cast<uint8_t>((std::max(std::max(p[0], p[1]), p[2]) + std::min(std::min(p[0], p[1]), p[2])) / 2);
+    }
+};
+struct BrightestOp {
+    template <class V>
+    HWY_INLINE V operator()(V a, V b, V c) const { return hn::Max(hn::Max(a, b), c); }
+    static uint8_t Byte(const uint8_t* p) { return std::max(std::max(p[0], p[1]), p[2]); }
+};
+
+/// One byte of each pixel's three.
+template <class Op>
+void JoinChannels(const uint8_t* pRow, uint8_t* pOut, size_t nPixels)
+{
+    size_t i = 0;
+#if HWY_TARGET != HWY_SCALAR
+    const hn::CappedTag<uint8_t, 32> d;
+    for (; i + hn::Lanes(d) <= nPixels; i += hn::Lanes(d)) {
+        auto a = hn::Zero(d), b = a, c = a;
+        hn::LoadInterleaved3(d, pRow + 3 * i, a, b, c);
+        hn::StoreU(Op()(a, b, c), d, pOut + i);
+    }
+#endif
+    for (; i < nPixels; ++i)
+        pOut[i] = Op::Byte(pRow + 3 * i);
+}
+void Grey(const uint8_t* pRow, uint8_t* pOut, size_t nPixels) { JoinChannels<GreyOp>(pRow, pOut, nPixels); }
+void Brightest(const uint8_t* pRow, uint8_t* pOut, size_t nPixels) { JoinChannels<BrightestOp>(pRow, pOut, nPixels); }
+
 } // namespace
 } // namespace HWY_NAMESPACE
 } // namespace kestrune
@@ -176,6 +226,23 @@ HWY_EXPORT(Weighted);
 HWY_EXPORT(Scale);
 HWY_EXPORT(Unsharp);
 HWY_EXPORT(Range);
+HWY_EXPORT(Weights);
+HWY_EXPORT(Grey);
+HWY_EXPORT(Brightest);
+
+void SharpenWeights(const std::uint8_t* pRow, int nDivisor, std::int32_t* pPositive, std::int32_t* pNegative,
+                    std::size_t nBytes)
+{
+    HWY_DYNAMIC_DISPATCH(Weights)(pRow, nDivisor, pPositive, pNegative, nBytes);
+}
+void GreyRow(const std::uint8_t* pRow, std::uint8_t* pGrey, std::size_t nPixels)
+{
+    HWY_DYNAMIC_DISPATCH(Grey)(pRow, pGrey, nPixels);
+}
+void BrightestRow(const std::uint8_t* pRow, std::uint8_t* pBrightest, std::size_t nPixels)
+{
+    HWY_DYNAMIC_DISPATCH(Brightest)(pRow, pBrightest, nPixels);
+}
 
 void MaxOfRows(const std::uint8_t* const* ppRows, int nRows, std::uint8_t* pOut, std::size_t nBytes)
 {

@@ -16,6 +16,10 @@ void MinOfRows(const std::uint8_t* const* ppRows, int nRows, std::uint8_t* pOut,
 /// the rows' ends stand for the pixels beyond them.
 void BoxRow(const std::uint8_t* const* ppRows, std::uint16_t* pSum, std::uint8_t* pOut, std::size_t nBytes);
 
+/// The two weights of each byte of a row for sharpening: positive i x 800 / nDivisor, negative (positive + 4 - 8 i) >> 3.
+/// `nDivisor` is 1..99.
+void SharpenWeights(const std::uint8_t* pRow, int nDivisor, std::int32_t* pPositive, std::int32_t* pNegative,
+                    std::size_t nBytes);
 /// Sharpens the pixels between the first and the last one of a row: `ppNegative` are three rows of weights (above, own,
 /// below), `pPositive` the own row's, the result their difference with 3 bits of fraction. `pSum` is scratch of nBytes.
 void SharpenRow(const std::int32_t* const* ppNegative, const std::int32_t* pPositive, std::int32_t* pSum,
@@ -37,5 +41,9 @@ void UnsharpRow(const std::uint8_t* pSource, std::uint8_t* pBlurred, int nFactor
 
 /// The smallest and the largest byte of a row, joined to what the two hold.
 void RangeOfRow(const std::uint8_t* pRow, std::size_t nBytes, std::uint8_t& nMin, std::uint8_t& nMax);
+
+/// (brightest + darkest) / 2 of each pixel, one byte a pixel; the brightest channel of each.
+void GreyRow(const std::uint8_t* pRow, std::uint8_t* pGrey, std::size_t nPixels);
+void BrightestRow(const std::uint8_t* pRow, std::uint8_t* pBrightest, std::size_t nPixels);
 
 } // namespace kestrune
