@@ -46,6 +46,8 @@ constexpr auto c_aRows = std::to_array<StringRow>({
     {IDS_REASON_DEVICE, "장치에서 오류가 발생하였습니다."},
     {IDS_REASON_NAME, "이름이 너무 깁니다."},
     {IDS_OUT_OF_MEMORY, "메모리가 부족합니다."},
+    {IDS_SELECT_AREA_FIRST, "영역 선택 도구를 이용하여 적용할 이미지 영역을 \n먼저 선택하십시오."},
+    {IDS_TRANSFORM_IMPOSSIBLE, "변형한 결과가 너무 작거나 커서 적용할 수 없습니다. Esc 키로 변형을 취소하십시오."},
     {IDS_SAVE_ERROR, "이미지를 저장하는 도중 오류가 발생하였습니다. -> 오류 코드:"},
     {IDS_SAVED_AS_JPEG, "JPEG 형식으로 저장하였습니다: "},
     {IDS_OLD_FILE_KEPT, "파일의 이전 내용을 복구 폴더에 보관하였습니다: "},

@@ -12,6 +12,7 @@ std::string_view StringText(int nId);
 inline constexpr int IDS_OLE_INIT_FAILED = 100;
 inline constexpr int IDS_PRODUCT_NAME = 130;
 inline constexpr int IDS_NO_TEXTURES = 1127;
+inline constexpr int IDS_SELECT_AREA_FIRST = 5621;
 inline constexpr int IDS_BAD_FORMAT = 60001;
 inline constexpr int IDS_LOAD_ERROR = 60002;
 inline constexpr int IDS_NUMBER_OUT_OF_RANGE = 60003;
@@ -295,5 +296,7 @@ inline constexpr int IDS_INDEX_AFTER = 60950;
 inline constexpr int IDS_INDEX_PAN_TIP = 60951;
 inline constexpr int IDS_PASTE_UNREADABLE = 60952;
 inline constexpr int IDS_COPY_FAILED = 60953;
+// Floats and their transforms.
+inline constexpr int IDS_TRANSFORM_IMPOSSIBLE = 60870;
 
 } // namespace kestrune

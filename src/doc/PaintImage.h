@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <list>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -26,6 +27,13 @@ enum ColorMode { MODE_BITMAP = 0, MODE_16COLORS = 1, MODE_256COLORS = 2, MODE_GR
 enum FillKind { FILL_WHITE = 0, FILL_BLACK = 1, FILL_BACKGROUND = 2 };
 /// Colour kinds of `Create`.
 enum ColorKind { COLOR_BITMAP = 0, COLOR_GRAY = 1, COLOR_RGB = 2 };
+
+/// A float by itself: 24-bit pixels, as many mask bytes, and where it lies in the picture.
+struct FloatPixels {
+    LBitmapBase bitmap;
+    std::unique_ptr<std::uint8_t[]> pMask;
+    CRect rc;
+};
 
 /// The message of a failed load, with the error's number behind it.
 std::string LoadErrorText(int nError);
@@ -69,10 +77,12 @@ public:
     /// Puts the float's corner there: `m_rcFloat` becomes the part inside the picture, a pending transform moves along, and the
     /// float is composited.
     void MoveFloatTo(int x, int y, CompositeFrom from);
-    /// Resamples the float through a map of picture points to picture points; its rectangle becomes the bounding box of the mapped
-    /// corners. Composites it over the base bitmap, so the caller lifts it before. False, with all as it was, when nothing would be left of it
-    /// or it would be larger than memory should hold. Throws std::bad_alloc, with all as it was.
-    bool TransformFloat(const Matrix3& transform);
+    /// The float resampled through a map of picture points to picture points; its rectangle is the bounding box of the mapped
+    /// corners. Nothing when no pixel would be left, or more than memory should hold. Throws std::bad_alloc.
+    std::optional<FloatPixels> TransformedFloat(const Matrix3& transform) const;
+    /// Puts other pixels in the float's place and composites them over the base bitmap: the float must have been lifted.
+    /// The mask is the caller's to rebuild, and the selection counts as not live.
+    void ReplaceFloat(FloatPixels pixels);
     /// The corners of the float's rectangle in the picture.
     Quad FloatCorners() const;
     /// Releases the float bitmap and mask.

@@ -159,35 +159,40 @@ Quad CPaintImage::FloatCorners() const
     return {PointF{x1, y1}, PointF{x2, y1}, PointF{x2, y2}, PointF{x1, y2}};
 }
 
-bool CPaintImage::TransformFloat(const Matrix3& transform)
+std::optional<FloatPixels> CPaintImage::TransformedFloat(const Matrix3& transform) const
 {
     constexpr std::int64_t c_nMostPixels = std::int64_t{1} << 28;
     if (!m_pFloatMask)
-        return false;
+        return {};
     // From the float's own corner to the picture.
     Matrix3 map = transform * Matrix3{{{1, 0, static_cast<double>(m_nFloatX)}, {0, 1, static_cast<double>(m_nFloatY)}, {0, 0, 1}}};
     const CRect rc = ProjectedRect(map, m_FloatBitmap.GetWidth(), m_FloatBitmap.GetHeight());
     if (rc.IsEmpty() || static_cast<std::int64_t>(rc.Width()) * rc.Height() > c_nMostPixels)
-        return false;
+        return {};
     map.Translate(-rc.left, -rc.top);
     Matrix3 inverse; // a map that collapses leaves it so, and some of the float is seen where it lay flat
     map.Invert(inverse);
-    LBitmapBase pixels;
-    pixels.Create(rc.Width(), rc.Height(), 24, ORDER_BGR);
-    std::unique_ptr<std::uint8_t[]> pMask(new std::uint8_t[static_cast<std::size_t>(rc.Width()) * rc.Height()]);
-    ResampleProjective({m_FloatBitmap, m_pFloatMask.get()}, inverse, {pixels, pMask.get()});
-    m_FloatBitmap = std::move(pixels);
-    m_pFloatMask = std::move(pMask);
-    m_nFloatX = rc.left;
-    m_nFloatY = rc.top;
-    m_nFloatW = rc.Width();
-    m_nFloatH = rc.Height();
-    m_rcFloat = m_rcFloatStart = Intersect(rc, {0, 0, m_nWidth, m_nHeight});
+    FloatPixels result;
+    result.rc = rc;
+    result.bitmap.Create(rc.Width(), rc.Height(), 24, ORDER_BGR);
+    result.pMask.reset(new std::uint8_t[static_cast<std::size_t>(rc.Width()) * rc.Height()]);
+    ResampleProjective({m_FloatBitmap, m_pFloatMask.get()}, inverse, {result.bitmap, result.pMask.get()});
+    return result;
+}
+
+void CPaintImage::ReplaceFloat(FloatPixels pixels)
+{
+    m_FloatBitmap = std::move(pixels.bitmap);
+    m_pFloatMask = std::move(pixels.pMask);
+    m_nFloatX = pixels.rc.left;
+    m_nFloatY = pixels.rc.top;
+    m_nFloatW = pixels.rc.Width();
+    m_nFloatH = pixels.rc.Height();
+    m_rcFloat = m_rcFloatStart = Intersect(pixels.rc, {0, 0, m_nWidth, m_nHeight});
     m_bFloatReady = true;
     m_bSelection = false;
     m_bTransforming = false;
     CompositeFloat(0, 0, m_nFloatW);
-    return true;
 }
 
 } // namespace kestrune

@@ -12,6 +12,7 @@ namespace kestrune {
 namespace {
 
 constexpr double c_fFarthest = 1e6; ///< pixels; no picture is as large, and differences of such numbers fit an int
+constexpr double c_fRoundingError = 1e-8;
 constexpr int c_nGrain = 16;
 
 /// The homogeneous coordinates of a row's first pixel. The order of the additions is part of the result.
@@ -79,7 +80,9 @@ CRect ProjectedRect(const Matrix3& m, int nWidth, int nHeight)
         x2 = std::max(x2, pt.x);
         y2 = std::max(y2, pt.y);
     }
-    const CRect rc{static_cast<int>(x1), static_cast<int>(y1), static_cast<int>(x2), static_cast<int>(y2)};
+    // A product like 10 / 49 x 49 may miss its whole number by a bit of its last place, which must not cost a row of pixels.
+    const auto whole = [](double f) { return static_cast<int>(f + std::copysign(c_fRoundingError, f)); };
+    const CRect rc{whole(x1), whole(y1), whole(x2), whole(y2)};
     return rc.IsEmpty() ? CRect{} : rc;
 }
 

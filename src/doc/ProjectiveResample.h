@@ -19,8 +19,9 @@ struct MaskedTarget {
     std::uint8_t* pMask;
 };
 
-/// Where a block of that size comes to lie: the bounding box of its four corners under `m`, each side truncated. Empty when it
-/// has no pixel, or a corner is not finite or further out than a picture can be.
+/// Where a block of that size comes to lie: the bounding box of its four corners under `m`, each side truncated (a side that misses
+/// a whole number by a rounding error is on it). Empty when it has no pixel, or a corner is not finite or further out than a
+/// picture can be.
 CRect ProjectedRect(const Matrix3& m, int nWidth, int nHeight);
 
 /// Resamples a block through a projective map. `inverse` maps a pixel of the output (its upper left corner is the output's origin) to

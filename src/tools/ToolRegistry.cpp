@@ -4,11 +4,18 @@
 #include "tools/BlurTool.h"
 #include "tools/BrushTool.h"
 #include "tools/BurnTool.h"
+#include "tools/CropTool.h"
 #include "tools/DodgeTool.h"
 #include "tools/EraserTool.h"
+#include "tools/FreeTransformTool.h"
 #include "tools/HandTool.h"
+#include "tools/MoveTool.h"
 #include "tools/PencilTool.h"
+#include "tools/RotateTool.h"
+#include "tools/ScaleTool.h"
 #include "tools/SharpenTool.h"
+#include "tools/SkewHorzTool.h"
+#include "tools/SkewVertTool.h"
 #include "tools/SmudgeTool.h"
 #include "tools/StampTool.h"
 #include "tools/ToolTable.h"
@@ -36,9 +43,9 @@ struct AllTools {
     CPaintTool ellipseSelect{TOOL_ELLIPSE_SELECT};
     CPaintTool freeSelect{TOOL_FREE_SELECT};
     CPaintTool polygonSelect{TOOL_POLYGON_SELECT};
-    CPaintTool move{TOOL_MOVE};
+    CMoveTool move{TOOL_MOVE};
     CPaintTool magicWand{TOOL_MAGIC_WAND};
-    CPaintTool crop{TOOL_CROP};
+    CCropTool crop{TOOL_CROP};
     CPencilTool pencil{TOOL_PENCIL};
     CBrushTool brush{TOOL_BRUSH};
     CEraserTool eraser{TOOL_ERASER};
@@ -54,11 +61,11 @@ struct AllTools {
     CSmudgeTool smudge{TOOL_SMUDGE};
     CPaintTool gradient{TOOL_GRADIENT};
     CPaintTool bucket{TOOL_BUCKET};
-    CPaintTool scale{TOOL_SCALE};
-    CPaintTool rotate{TOOL_ROTATE};
-    CPaintTool skewHorz{TOOL_SKEW_HORZ};
-    CPaintTool skewVert{TOOL_SKEW_VERT};
-    CPaintTool freeTransform{TOOL_FREE_TRANSFORM};
+    CScaleTool scale{TOOL_SCALE};
+    CRotateTool rotate{TOOL_ROTATE};
+    CSkewHorzTool skewHorz{TOOL_SKEW_HORZ};
+    CSkewVertTool skewVert{TOOL_SKEW_VERT};
+    CFreeTransformTool freeTransform{TOOL_FREE_TRANSFORM};
     CPaintTool eyedropper{TOOL_EYEDROPPER};
     CPaintTool text{TOOL_TEXT};
     CZoomTool zoom{TOOL_ZOOM};

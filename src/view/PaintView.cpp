@@ -174,6 +174,7 @@ void CPaintView::OnUpdate(int)
         FitFrame();
     UpdateScrollBars();
     viewport()->update();
+    RefreshOverlay();
     m_host.RefreshRulers(*this);
     m_host.ZoomChanged(*this);
 }
@@ -198,8 +199,10 @@ void CPaintView::OnActivateView(bool bActivate)
         g_pActiveToolView = this;
         if (const CPaintImage* pImage = GetImage())
             pImage->Activate();
+        RefreshOverlay();
     } else {
         ReleaseSpace();
+        SetOverlay({}); // the tool may change before the view comes back
         if (g_pActiveToolView == this)
             g_pActiveToolView = nullptr;
         CPaintImage::Deactivate();
@@ -322,6 +325,7 @@ void CPaintView::resizeEvent(QResizeEvent*)
 {
     UpdateScrollBars();
     viewport()->update(); // centring moves all of it
+    RefreshOverlay();
     m_host.RefreshRulers(*this);
 }
 

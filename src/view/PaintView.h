@@ -118,6 +118,8 @@ private:
     void FitFrame();
     QRect ToViewport(const CRect& rcClient) const;
     QRegion OverlayRegion() const;
+    QRegion ShadeRegion() const;
+    void RefreshOverlay();
     void DrawRect(QPainter& painter, const CRect& rcDirty);
     void DrawOverlay(QPainter& painter);
     CPaintTool* EventTool() const;

@@ -12,6 +12,7 @@ namespace kestrune {
 
 namespace {
 
+constexpr int c_nShade = 110;     ///< how dark the overlay's shades are, of 255
 constexpr int c_nHandleReach = 1; ///< the pen around what the overlay lists
 constexpr int c_nMostRects = 24;  ///< a region of more pieces is drawn as a whole
 
@@ -76,6 +77,8 @@ void CPaintView::DrawOverlay(QPainter& painter)
 {
     if (m_overlay.IsEmpty())
         return;
+    for (const CRect& rc : m_overlay.aShades)
+        painter.fillRect(rc.left, rc.top, rc.Width(), rc.Height(), QColor(0, 0, 0, c_nShade));
     QPen dashes(Qt::black, 1);
     dashes.setDashPattern({4, 4});
     for (const QPen& pen : {QPen(Qt::white, 1), dashes}) {
@@ -126,11 +129,23 @@ QRegion CPaintView::OverlayRegion() const
     return region;
 }
 
+QRegion CPaintView::ShadeRegion() const
+{
+    const CSize client = GetClientSize();
+    QRegion region;
+    for (const CRect& rc : m_overlay.aShades)
+        region += ToViewport(Intersect(rc, {0, 0, client.cx + 1, client.cy + 1}));
+    return region;
+}
+
+/// Repaints the places of both overlays; of the shades, which are large, just where they differ.
 void CPaintView::SetOverlay(ToolOverlay overlay)
 {
     QRegion region = OverlayRegion();
+    const QRegion shade = ShadeRegion();
     m_overlay = std::move(overlay);
     region += OverlayRegion();
+    region += shade.xored(ShadeRegion());
     if (!region.isEmpty())
         viewport()->update(region);
 }
@@ -153,6 +168,16 @@ void CPaintView::RepaintRect(const CRect& rcImage)
 void CPaintView::RepaintAll()
 {
     viewport()->update();
+    RefreshOverlay();
+}
+
+/// What the tool has on the overlay may speak of a picture, zoom or place that has changed. Not during a drag: the tool does it then.
+void CPaintView::RefreshOverlay()
+{
+    if (g_pActiveToolView != this || m_bCapture || !GetImage())
+        return;
+    if (CPaintTool* pTool = EventTool())
+        pTool->OnDrawOverlay(*this);
 }
 
 /// Moves what is on the screen and repaints the strip that came into sight. What a tool has drawn on top stays where it was in

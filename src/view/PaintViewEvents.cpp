@@ -50,6 +50,8 @@ CPaintTool* CPaintView::EventTool() const
 void CPaintView::mousePressEvent(QMouseEvent* pEvent)
 {
     const CPoint pt = PointFromViewport(pEvent->position());
+    if (pEvent->buttons() == pEvent->button())
+        m_bMouseDown = false; // no other button is held: a message box has taken the release of the press before
     if (!GetImage() || m_bMouseDown)
         return;
     if (pEvent->button() == Qt::RightButton) {

@@ -95,6 +95,14 @@ void SelectAndCapture(CPaintImage& image, const CRect& rc)
     image.m_bFloatReady = image.m_bSelection = true;
 }
 
+bool Transform(CPaintImage& image, const Matrix3& m)
+{
+    std::optional<FloatPixels> pixels = image.TransformedFloat(m);
+    if (pixels)
+        image.ReplaceFloat(std::move(*pixels));
+    return pixels.has_value();
+}
+
 } // namespace
 
 TEST(ProjectiveResample, TheFastFormGivesTheBytesOfThePlainOne)
@@ -208,7 +216,7 @@ TEST(TransformFloat, TheRectangleFollowsTheCorners)
     SelectAndCapture(image, {10, 12, 30, 32});
     image.m_bFloating = true;
     const std::vector<std::uint8_t> before = BytesOf(image.m_FloatBitmap);
-    ASSERT_TRUE(image.TransformFloat(Matrix3()));
+    ASSERT_TRUE(Transform(image, Matrix3()));
     EXPECT_EQ(BytesOf(image.m_FloatBitmap), before);
     EXPECT_EQ(image.m_rcFloat, (CRect{10, 12, 30, 32}));
     EXPECT_FALSE(image.m_bSelection);
@@ -218,7 +226,7 @@ TEST(TransformFloat, TheRectangleFollowsTheCorners)
     turn.Translate(-20, -22);
     turn.Rotate(0.7853981633974483);
     turn.Translate(20, 22);
-    ASSERT_TRUE(image.TransformFloat(turn));
+    ASSERT_TRUE(Transform(image, turn));
     EXPECT_EQ(image.m_nFloatX, 5); // 20 - 14.14, and so on
     EXPECT_EQ(image.m_nFloatY, 7);
     EXPECT_EQ(image.m_nFloatW, 29);
@@ -229,7 +237,7 @@ TEST(TransformFloat, TheRectangleFollowsTheCorners)
 
     Matrix3 away;
     away.Translate(-200, 3);
-    ASSERT_TRUE(image.TransformFloat(away));
+    ASSERT_TRUE(Transform(image, away));
     EXPECT_EQ(image.m_nFloatX, -195);
     EXPECT_TRUE(image.m_rcFloat.IsEmpty());
     EXPECT_EQ(BytesOf(image.m_Bitmap), BytesOf(image.m_BaseBitmap));
@@ -247,7 +255,7 @@ TEST(TransformFloat, MapsThatCollapseOrExplodeChangeNothing)
     far.Translate(1e300, 0);
     wild.a[2][2] = std::numeric_limits<double>::quiet_NaN();
     for (const Matrix3& m : {point, line, huge, far, wild}) {
-        EXPECT_FALSE(image.TransformFloat(m));
+        EXPECT_FALSE(image.TransformedFloat(m));
         EXPECT_EQ(BytesOf(image.m_Bitmap), picture);
         EXPECT_EQ(BytesOf(image.m_FloatBitmap), pixels);
         EXPECT_EQ(image.m_nFloatW, 20);
@@ -255,5 +263,5 @@ TEST(TransformFloat, MapsThatCollapseOrExplodeChangeNothing)
     }
     // A slanting line has a bounding box: it is filled with the float as it lies, and nothing faults.
     Matrix3 slant{{{1, 1, 0}, {1, 1, 0}, {0, 0, 1}}};
-    EXPECT_TRUE(image.TransformFloat(slant));
+    EXPECT_TRUE(image.TransformedFloat(slant));
 }
