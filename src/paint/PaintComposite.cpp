@@ -132,9 +132,10 @@ void PaintCore::PasteRows(const DabMask& mask, CPoint ptMask)
         if (!image.m_pFloatMask || m_floatCanvas->Rows() != image.m_FloatBitmap.GetHeight()
             || m_floatCanvas->RowBytes() != image.m_FloatBitmap.GetRowBytes())
             return; // the float was taken away while the button was down
-        const CRect& rc = image.m_rcFloat;
-        rcFloat = Intersect(Intersect(m_tile.Rect(), rc),
-                            {rc.left, rc.top, rc.left + image.m_FloatBitmap.GetWidth(), rc.top + image.m_FloatBitmap.GetHeight()});
+        // The float's corner may lie outside: of one that was moved partly out, m_rcFloat is what is still inside.
+        const int x = image.m_nFloatX, y = image.m_nFloatY;
+        rcFloat = Intersect(Intersect(m_tile.Rect(), image.m_rcFloat),
+                            {x, y, x + image.m_FloatBitmap.GetWidth(), y + image.m_FloatBitmap.GetHeight()});
     }
     RowPass pass{mask, ptMask.x, ptMask.y, static_cast<int>(image.Site().FloatOpacity() * 255 / 100.0), rcFloat,
                  m_aScratch.data(), m_aScratch.data() + nWidth, m_aScratch.data() + nWidth * 2, m_aScratch.data() + nWidth * 5};
@@ -225,7 +226,7 @@ void PaintCore::CompositeFloatRow(RowPass& pass)
     if (pass.y < rc.top || pass.y >= rc.bottom)
         return;
     const int nSkip = rc.left - m_tile.x, nCount = rc.Width();
-    const int fx = rc.left - image.m_rcFloat.left, fy = pass.y - image.m_rcFloat.top;
+    const int fx = rc.left - image.m_nFloatX, fy = pass.y - image.m_nFloatY;
     std::uint8_t* pFloatMask = image.m_pFloatMask.get() + static_cast<std::size_t>(fy) * image.m_FloatBitmap.GetWidth() + fx;
     const std::uint8_t* pFloat = m_floatCanvas->Row(fy) + fx * 3;
     if (m_bEraseFloatAlpha) {

@@ -27,6 +27,8 @@ void CHandTool::OnMouseMove(CToolView& view, unsigned, CPoint pt)
 
 void CHandTool::OnLButtonUp(CToolView& view, unsigned, CPoint)
 {
+    if (!view.HasCapture())
+        return; // the release behind a double click ends no drag
     view.ReleaseCapture();
     view.StartOutline();
     view.RepaintAll();

@@ -89,7 +89,7 @@ bool CMoveTool::OnKeyDown(int nKey, int, unsigned nFlags)
     pImage->MoveFloatTo(to.x, to.y, CPaintImage::CompositeFrom::Base);
     SelectionFollowsFloat(*pImage);
     SettleHistory(*pImage);
-    g_pActiveToolView->StartOutline();
+    g_pActiveToolView->RepaintAll(); // with the outline at its new place
     return true;
 }
 

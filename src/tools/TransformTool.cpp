@@ -196,7 +196,6 @@ void CTransformTool::Apply(CToolView& view, CPaintImage& image)
         }
         PushSelection(image, FindToolRow(GetId())->nUndoKind);
         view.SetOverlay({});
-        view.StopOutline();
         LiftFloat(image);
         image.ReplaceFloat(std::move(*pixels));
         SelectionFollowsFloat(image);
@@ -205,8 +204,7 @@ void CTransformTool::Apply(CToolView& view, CPaintImage& image)
         Messages().StatusText(std::string(StringText(IDS_OUT_OF_MEMORY)));
         return;
     }
-    view.StartOutline();
-    view.RepaintAll();
+    view.RepaintAll(); // with the outline of the new selection
     ShowBand(view);
 }
 

@@ -193,8 +193,10 @@ bool SwapSelection(CPaintImage& image, UndoDirection, std::uint32_t, UndoPayload
     image.InvalidateMaskBounds();
     // Bounds follow the float; a state in which nothing was selected is known to be empty, as everywhere.
     image.m_bMaskEmpty = !record.mask.bytes;
-    SetMaskBounds(image, image.m_bMaskEmpty ? CRect{0, 0, image.m_nWidth, image.m_nHeight} : record.rcFloat);
-    image.m_rcFloat = image.m_rcFloatStart = {image.m_nMaskX1, image.m_nMaskY1, image.m_nMaskX2, image.m_nMaskY2};
+    // Of a float that was moved partly out the bounds are what is inside: they say which bytes of the mask may be read.
+    const CRect rcPicture{0, 0, image.m_nWidth, image.m_nHeight}, rcSeen = Intersect(record.rcFloat, rcPicture);
+    SetMaskBounds(image, image.m_bMaskEmpty ? rcPicture : rcSeen);
+    image.m_rcFloat = image.m_rcFloatStart = image.m_pFloatMask || !image.m_bMaskEmpty ? rcSeen : rcPicture;
     SetSelectionFlags(image);
     record = std::move(fresh);
     return true;

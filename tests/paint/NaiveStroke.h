@@ -354,7 +354,7 @@ private:
         for (int j = 0; j < t.h; j++)
             for (int i = 0; i < t.w; i++) {
                 const int x = t.x + i, y = t.y + j;
-                const int fx = x - m_image.m_rcFloat.left, fy = y - m_image.m_rcFloat.top;
+                const int fx = x - m_image.m_nFloatX, fy = y - m_image.m_nFloatY;
                 if (fw && (fx < 0 || fy < 0 || fx >= fw || fy >= fh || x >= m_image.m_rcFloat.right || y >= m_image.m_rcFloat.bottom))
                     continue;
                 if (erase && !fw)

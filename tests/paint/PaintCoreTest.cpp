@@ -107,9 +107,9 @@ void AddFloat(CPaintImage& image, CRandomSource& random)
     image.m_bFloatReady = image.m_bSelection = true;
     if (random.Chance(50)) {
         const int dx = random(-w / 2, w / 2), dy = random(-h / 2, h / 2);
-        image.m_rcFloat.Offset(dx, dy);
-        image.m_nFloatX += random.Chance(50) ? dx : 0;
-        image.m_nFloatY += random.Chance(50) ? dy : 0;
+        image.m_nFloatX += dx;
+        image.m_nFloatY += dy;
+        image.m_rcFloat = Intersect({x + dx, y + dy, x + dx + w, y + dy + h}, {0, 0, image.m_nWidth, image.m_nHeight});
         image.m_bFloating = true;
     }
 }

@@ -126,6 +126,19 @@ TEST_F(FloatToolTest, AFloatMovedOutsideKeepsItsPixels)
     EXPECT_EQ(StateOf(view.m_image), before);
 }
 
+TEST_F(FloatToolTest, StepsBackAndForthKeepTheBoundsInsideThePicture)
+{
+    view.Select({10, 10, 30, 25});
+    view.Use(TOOL_MOVE);
+    view.Drag({15, 15}, {0, 5});
+    UndoCommand(view.m_image);
+    RedoCommand(view.m_image);
+    const CRect rcBounds{view.m_image.m_nMaskX1, view.m_image.m_nMaskY1, view.m_image.m_nMaskX2, view.m_image.m_nMaskY2};
+    EXPECT_EQ(rcBounds, (CRect{0, 0, 15, 15})) << "they say which bytes of the mask may be read";
+    EXPECT_EQ(view.m_image.m_rcFloat, rcBounds);
+    EXPECT_EQ(FloatRect(), (CRect{-5, 0, 15, 15}));
+}
+
 TEST_F(FloatToolTest, ADragSurvivesAStepBackInBetween)
 {
     view.Select({10, 10, 30, 25});

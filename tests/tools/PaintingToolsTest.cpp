@@ -250,6 +250,7 @@ TEST_F(PaintingToolsTest, TheAirBrushFlowsWhileTheMouseRestsButNotOnAFloat)
     m_image.m_pMask = std::make_unique<std::uint8_t[]>(100 * 80);
     m_image.CaptureFloat(10, 10, 20, 20);
     m_image.m_rcFloat = {10, 10, 30, 30};
+    m_image.m_nFloatX = m_image.m_nFloatY = 10;
     Press(TOOL_AIR_BRUSH, {20, 20});
     EXPECT_TRUE(m_view.m_aTimers.empty());
     Release(TOOL_AIR_BRUSH, {20, 20});
@@ -291,6 +292,7 @@ TEST_F(PaintingToolsTest, TheEraserOnAFloatTakesItsAlphaAndWithoutOneNothing)
     m_image.InvalidateMaskBounds();
     m_image.CaptureFloat(10, 10, 40, 40);
     m_image.m_rcFloat = {10, 10, 50, 50};
+    m_image.m_nFloatX = m_image.m_nFloatY = 10;
     Click(TOOL_ERASER, {30, 30});
     EXPECT_EQ(m_image.m_pFloatMask[20 * 40 + 20], 0);
     EXPECT_EQ(m_image.m_pFloatMask[0], 255);
