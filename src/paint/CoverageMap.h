@@ -5,7 +5,7 @@
 
 namespace kestrune {
 
-/// One byte for each pixel of a picture, all zero at first. The system gives a page of memory when it is first written, so
+/// One byte for each pixel of a picture (or cell of any other plane), all zero at first. The system gives a page of memory when it is first written, so
 /// a map costs what is painted on and not what the picture measures.
 class CoverageMap {
 public:

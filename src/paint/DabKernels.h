@@ -9,6 +9,8 @@
 
 namespace kestrune {
 
+inline constexpr int c_nColorPixels = 64; ///< as many as the widest vectors take in one step
+
 /// Some rows of a dab that lie at even distances in memory, from the dab's first column on.
 struct DabRun {
     int nRows = 0;
@@ -21,7 +23,7 @@ struct DabRun {
     std::ptrdiff_t nMaskStride = 0;
     const int* pSpans = nullptr;           ///< for each row the first pixel and one past the last that the mask touches
     const std::uint8_t* const* ppInk = nullptr; ///< for each row the colours; null: the one colour
-    std::uint8_t bgr[3] = {};
+    const std::uint8_t* pColor = nullptr;       ///< that colour, as c_nColorPixels pixels
     int nOpacity = 255; ///< capped: 0..255
     int nDabAlpha = 255; ///< capped: the mask is scaled by it first
 };

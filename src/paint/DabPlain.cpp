@@ -13,7 +13,7 @@ using std::uint8_t;
 
 const uint8_t* InkAt(const DabRun& run, int nRow, int x)
 {
-    return run.ppInk ? run.ppInk[nRow] + x * 3 : run.bgr;
+    return run.ppInk ? run.ppInk[nRow] + x * 3 : run.pColor;
 }
 
 } // namespace

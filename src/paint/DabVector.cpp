@@ -1,9 +1,10 @@
 // The vector forms of the dab kernels: compiled once for each kind of processor, the best chosen at run time. Pixels are
-// worked on as they lie, 3 bytes each: 32 (or 16) pixels fill three vectors, and their alphas, which fill one, are spread over
+// worked on as they lie, 3 bytes each: 64 (or 32, or 16) pixels fill three vectors, and their alphas, which fill one, are spread over
 // the three. A row's rest is done by a last step that overlaps the one before, with the alphas of what is already done at 0.
 #include "paint/DabKernels.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
 
 #undef HWY_TARGET_INCLUDE
@@ -29,11 +30,14 @@ void Lerp(const uint8_t* pCanvas, const uint8_t* pInk, const uint8_t* pAlpha, ui
     PlainLerpRow(pCanvas, pInk, pAlpha, pOut, nCount);
 }
 void Smear(const uint8_t* pCanvas, uint8_t* pSmear, int p, size_t nBytes) { PlainSmearRow(pCanvas, pSmear, p, nBytes); }
+void Convolve(const ConvolveRows& rows, uint8_t* pOut, int nCenter, size_t nBytes) { PlainConvolveRow(rows, pOut, nCenter, nBytes); }
 
 #else
 
+// Steps of three sizes: the widest the processor has, half of that, and the least.
+using DFull = hn::CappedTag<uint8_t, 64>;
+using DHalf = hn::CappedTag<uint8_t, HWY_MIN(HWY_MAX_BYTES, 32)>;
 using DSmall = hn::FixedTag<uint8_t, 16>;
-using DWide = hn::CappedTag<uint8_t, 32>;
 
 template <class D>
 using Words = hn::Repartition<std::uint16_t, D>;
@@ -91,31 +95,45 @@ HWY_INLINE V LerpV(D d, V c, V s, V a)
 alignas(16) constexpr uint8_t c_aSpread[48] = {0, 0, 0, 1, 1, 1, 2, 2, 2, 3, 3, 3, 4, 4, 4, 5, 5, 5, 6, 6, 6, 7, 7, 7,
                                                8, 8, 8, 9, 9, 9, 10, 10, 10, 11, 11, 11, 12, 12, 12, 13, 13, 13, 14, 14, 14, 15, 15, 15};
 
-/// The alphas of the pixels that lie in the k-th of the three vectors.
-template <int k, class V>
-HWY_INLINE V Spread(DSmall d, V a)
-{
-    return hn::TableLookupBytes(a, hn::Load(d, c_aSpread + k * 16));
-}
-#if HWY_MAX_BYTES >= 32
-template <int k, class V>
-HWY_INLINE V Spread(DWide d, V a)
-{
-    const DSmall d16;
-    const auto low = hn::Load(d16, c_aSpread + (k * 2) % 3 * 16);
-    const auto high = hn::Load(d16, c_aSpread + (k * 2 + 1) % 3 * 16);
-    const V from = k == 0 ? hn::ConcatLowerLower(d, a, a) : k == 2 ? hn::ConcatUpperUpper(d, a, a) : a;
-    return hn::TableLookupBytes(from, hn::Combine(d, high, low));
-}
-#endif
+/// Spreads a vector of alphas over the three vectors of pixels they belong to: each block of 16 bytes takes the block of alphas
+/// that holds its own, and then orders bytes within the block.
+template <class D>
+struct Spread {
+    using DLong = hn::Repartition<std::uint64_t, D>;
+    static constexpr size_t c_nBlocks = hn::MaxLanes(D()) / 16;
+    hn::Vec<D> aOrder[3];
+    decltype(hn::SetTableIndices(DLong(), static_cast<const std::uint64_t*>(nullptr))) aBlocks[3];
 
-/// One color as three vectors of packed pixels.
-struct Pattern {
-    HWY_ALIGN uint8_t aBytes[96];
-    explicit Pattern(const uint8_t* pBgr)
+    struct Tables {
+        alignas(64) uint8_t aOrder[3 * c_nBlocks * 16];
+        alignas(64) std::uint64_t aFrom[3 * c_nBlocks * 2];
+        constexpr Tables()
+            : aOrder()
+            , aFrom()
+        {
+            for (size_t i = 0; i < sizeof aOrder; i++)
+                aOrder[i] = c_aSpread[i % 48];
+            for (size_t i = 0; i < 3 * c_nBlocks; i++) { // three blocks of pixels share a block of alphas
+                aFrom[i * 2] = i / 3 * 2;
+                aFrom[i * 2 + 1] = i / 3 * 2 + 1;
+            }
+        }
+    };
+
+    HWY_INLINE explicit Spread(D d)
     {
-        for (int i = 0; i < 96; i++)
-            aBytes[i] = pBgr[i % 3];
+        static constexpr Tables s_tables;
+        for (size_t k = 0; k < 3; k++) {
+            aOrder[k] = hn::Load(d, s_tables.aOrder + k * c_nBlocks * 16);
+            aBlocks[k] = hn::SetTableIndices(DLong(), s_tables.aFrom + k * c_nBlocks * 2);
+        }
+    }
+    template <size_t k>
+    HWY_INLINE hn::Vec<D> Get(D d, hn::Vec<D> a) const
+    {
+        if constexpr (c_nBlocks > 1)
+            a = hn::BitCast(d, hn::TableLookupLanes(hn::BitCast(DLong(), a), aBlocks[k]));
+        return hn::TableLookupBytes(a, aOrder[k]);
     }
 };
 
@@ -123,29 +141,17 @@ struct Pattern {
 template <class D>
 HWY_INLINE hn::Vec<D> KeepLast(D d, size_t nKeep)
 {
-    alignas(32) static constexpr uint8_t s_aKeep[64] = {
-        0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,
-        0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255,
-        255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255};
-    return hn::LoadU(d, s_aKeep + 32 - hn::MaxLanes(d) + nKeep);
-}
-
-/// The three vectors of pixels of one step. `bBoth`: the canvas takes the result too.
-template <bool bInk, bool bBoth, class D, class V>
-HWY_INLINE void LerpStep(D d, const uint8_t* pCanvas, uint8_t* pOut, const uint8_t* pInk, V a)
-{
-    const auto one = [&](size_t k, V alpha) HWY_ATTR {
-        const size_t i = k * hn::MaxLanes(d);
-        const V s = bInk ? hn::LoadU(d, pInk + i) : hn::Load(d, pInk + i);
-        const V v = LerpV(d, hn::LoadU(d, pCanvas + i), s, alpha);
-        hn::StoreU(v, d, pOut + i);
-        if constexpr (bBoth)
-            hn::StoreU(v, d, const_cast<uint8_t*>(pCanvas) + i);
+    struct Keep {
+        uint8_t aBytes[2 * hn::MaxLanes(D())];
+        constexpr Keep()
+            : aBytes()
+        {
+            for (size_t i = sizeof aBytes / 2; i < sizeof aBytes; i++)
+                aBytes[i] = 255;
+        }
     };
-    const V a0 = Spread<0>(d, a), a1 = Spread<1>(d, a), a2 = Spread<2>(d, a);
-    one(0, a0);
-    one(1, a1);
-    one(2, a2);
+    static constexpr Keep s_keep;
+    return hn::LoadU(d, s_keep.aBytes + nKeep);
 }
 
 /// Where a row of a dab stands in memory.
@@ -154,121 +160,168 @@ struct RowPlace {
     uint8_t* pOut;
     uint8_t* pCoverage;
     const uint8_t* pMask;
-    const uint8_t* pInk; ///< colours of the row, or the pattern
+    const uint8_t* pInk; ///< colours of the row, or of any row where it is one colour
 
-    template <bool bInk>
+    template <class Kind>
     HWY_INLINE RowPlace At(size_t x) const
     {
-        return {pCanvas + x * 3, pOut + x * 3, pCoverage ? pCoverage + x : nullptr, pMask + x, bInk ? pInk + x * 3 : pInk};
+        return {pCanvas + x * 3, pOut + x * 3, Kind::c_bStacked ? nullptr : pCoverage + x, pMask + x, Kind::c_bInk ? pInk + x * 3 : pInk};
     }
 };
 
-template <bool bInk>
-struct CappedStep {
-    static constexpr bool c_bInk = bInk, c_bCanvas = false, c_bCoverage = true;
-    int nOpacity, nDabAlpha;
+template <bool bInk, bool bStacked>
+struct DabKind {
+    static constexpr bool c_bInk = bInk, c_bStacked = bStacked;
+};
 
-    template <class D>
-    HWY_INLINE void operator()(D d, const RowPlace& at, hn::Vec<D> keep) const
+/// One step: as many pixels as a vector has bytes.
+template <class Kind, class D>
+struct Step {
+    using V = hn::Vec<D>;
+    Spread<D> spread;
+    V aColor[3];
+    V opacity, dabAlpha;
+    bool bOpacity, bDabAlpha;
+
+    HWY_INLINE Step(D d, const DabRun& run)
+        : spread(d)
+        , opacity(hn::Set(d, static_cast<uint8_t>(run.nOpacity)))
+        , dabAlpha(hn::Set(d, static_cast<uint8_t>(run.nDabAlpha)))
+        , bOpacity(run.nOpacity != 255)
+        , bDabAlpha(run.nDabAlpha != 255)
     {
-        auto m = hn::And(hn::LoadU(d, at.pMask), keep);
-        if (nDabAlpha != 255)
-            m = Mul255V(d, m, hn::Set(d, static_cast<uint8_t>(nDabAlpha)));
-        auto c = hn::LoadU(d, at.pCoverage);
-        c = hn::Add(c, Mul255V(d, hn::Not(c), m));
-        hn::StoreU(c, d, at.pCoverage);
-        if (nOpacity != 255)
-            c = Mul255V(d, c, hn::Set(d, static_cast<uint8_t>(nOpacity)));
-        LerpStep<bInk, false>(d, at.pCanvas, at.pOut, at.pInk, c);
+        for (size_t k = 0; k < 3; k++)
+            aColor[k] = Kind::c_bInk ? hn::Zero(d) : hn::LoadU(d, run.pColor + k * hn::MaxLanes(d));
     }
-};
 
-template <bool bInk>
-struct StackedStep {
-    static constexpr bool c_bInk = bInk, c_bCanvas = true, c_bCoverage = false;
-
-    template <class D>
-    HWY_INLINE void operator()(D d, const RowPlace& at, hn::Vec<D> keep) const
+    template <size_t k>
+    HWY_INLINE void Mix(D d, const RowPlace& at, V a) const
     {
-        LerpStep<bInk, true>(d, at.pCanvas, at.pOut, at.pInk, hn::And(hn::LoadU(d, at.pMask), keep));
+        constexpr size_t i = k * hn::MaxLanes(D());
+        const V s = Kind::c_bInk ? hn::LoadU(d, at.pInk + i) : aColor[k];
+        const V v = LerpV(d, hn::LoadU(d, at.pCanvas + i), s, spread.template Get<k>(d, a));
+        hn::StoreU(v, d, at.pOut + i);
+        if constexpr (Kind::c_bStacked)
+            hn::StoreU(v, d, const_cast<uint8_t*>(at.pCanvas) + i);
+    }
+
+    HWY_INLINE void Run(D d, const RowPlace& at, V m) const
+    {
+        if constexpr (!Kind::c_bStacked) {
+            if (bDabAlpha)
+                m = Mul255V(d, m, dabAlpha);
+            const V before = hn::LoadU(d, at.pCoverage);
+            const V after = hn::Add(before, Mul255V(d, hn::Not(before), m));
+            if (hn::AllTrue(d, hn::Eq(before, after)))
+                return; // then the picture holds the result already
+            hn::StoreU(after, d, at.pCoverage);
+            m = bOpacity ? Mul255V(d, after, opacity) : after;
+        }
+        Mix<0>(d, at, m);
+        Mix<1>(d, at, m);
+        Mix<2>(d, at, m);
+    }
+
+    HWY_INLINE void Run(D d, const RowPlace& at) const { Run(d, at, hn::LoadU(d, at.pMask)); }
+
+    /// The last step of a row goes back over pixels that are done.
+    HWY_INLINE void RunLast(D d, const RowPlace& row, size_t nCount, size_t nRest) const
+    {
+        const RowPlace at = row.template At<Kind>(nCount - hn::MaxLanes(d));
+        Run(d, at, hn::And(hn::LoadU(d, at.pMask), KeepLast(d, nRest)));
     }
 };
 
-/// Fewer pixels than a step takes: through buffers.
-template <class Step>
-HWY_INLINE void ShortRow(const Step& step, const RowPlace& at, size_t nCount)
+/// Fewer pixels than the smallest step takes: through buffers.
+template <class Kind>
+HWY_NOINLINE void ShortRow(const Step<Kind, DSmall>& step, const RowPlace& at, size_t nCount)
 {
     const DSmall d;
     HWY_ALIGN uint8_t aCanvas[48] = {}, aOut[48], aInk[48] = {}, aCoverage[16] = {}, aMask[16] = {};
     std::memcpy(aCanvas, at.pCanvas, nCount * 3);
+    std::memcpy(aOut, at.pOut, nCount * 3);
     std::memcpy(aMask, at.pMask, nCount);
-    if constexpr (Step::c_bCoverage)
+    if constexpr (!Kind::c_bStacked)
         std::memcpy(aCoverage, at.pCoverage, nCount);
-    if constexpr (Step::c_bInk)
+    if constexpr (Kind::c_bInk)
         std::memcpy(aInk, at.pInk, nCount * 3);
-    step(d, {aCanvas, aOut, aCoverage, aMask, Step::c_bInk ? aInk : at.pInk}, hn::Set(d, 255));
+    step.Run(d, {aCanvas, aOut, aCoverage, aMask, aInk});
     std::memcpy(at.pOut, aOut, nCount * 3);
-    if constexpr (Step::c_bCanvas)
+    if constexpr (Kind::c_bStacked)
         std::memcpy(const_cast<uint8_t*>(at.pCanvas), aCanvas, nCount * 3);
-    if constexpr (Step::c_bCoverage)
+    else
         std::memcpy(at.pCoverage, aCoverage, nCount);
 }
 
-template <class Step, class D>
-HWY_INLINE void LongRow(D d, const Step& step, const RowPlace& row, size_t nCount)
+template <class Kind>
+void RunRows(const DabRun& run)
 {
-    const size_t n = hn::MaxLanes(d);
-    const auto all = hn::Set(d, 255);
-    size_t i = 0;
-    for (; i + n <= nCount; i += n)
-        step(d, row.template At<Step::c_bInk>(i), all);
-    if (i < nCount)
-        step(d, row.template At<Step::c_bInk>(nCount - n), KeepLast(d, nCount - i));
-}
-
-template <class Step>
-void RunRows(const DabRun& run, const Step& step)
-{
-    const Pattern pattern(run.bgr);
+    const DFull dFull;
+    const DHalf dHalf;
+    const DSmall dSmall;
+    const Step<Kind, DFull> full(dFull, run);
+    const Step<Kind, DHalf> half(dHalf, run);
+    const Step<Kind, DSmall> small(dSmall, run);
+    constexpr size_t nFull = hn::MaxLanes(dFull), nHalf = hn::MaxLanes(dHalf);
     for (int y = 0; y < run.nRows; y++) {
         const int x0 = run.pSpans[y * 2], x1 = run.pSpans[y * 2 + 1];
         if (x0 >= x1)
             continue;
-        uint8_t* pCoverage = Step::c_bCoverage ? run.pCoverage + y * run.nCoverageStride + x0 : nullptr;
-        const RowPlace row{run.pCanvas + y * run.nStride + x0 * 3, run.pOut + y * run.nStride + x0 * 3, pCoverage,
-                           run.pMask + y * run.nMaskStride + x0, Step::c_bInk ? run.ppInk[y] + x0 * 3 : pattern.aBytes};
+        const RowPlace row{run.pCanvas + y * run.nStride + x0 * 3, run.pOut + y * run.nStride + x0 * 3,
+                           Kind::c_bStacked ? nullptr : run.pCoverage + y * run.nCoverageStride + x0,
+                           run.pMask + y * run.nMaskStride + x0, Kind::c_bInk ? run.ppInk[y] + x0 * 3 : nullptr};
         const size_t nCount = static_cast<size_t>(x1 - x0);
-        if (nCount >= hn::MaxLanes(DWide()))
-            LongRow(DWide(), step, row, nCount);
-        else if (nCount >= 16)
-            LongRow(DSmall(), step, row, nCount);
+        size_t i = 0;
+        for (; i + nFull <= nCount; i += nFull)
+            full.Run(dFull, row.template At<Kind>(i));
+        if (i + nHalf <= nCount) {
+            half.Run(dHalf, row.template At<Kind>(i));
+            i += nHalf;
+        }
+        if (i == nCount)
+            continue;
+        if (nCount >= nHalf)
+            half.RunLast(dHalf, row, nCount, nCount - i);
+        else if (nCount == 16)
+            small.Run(dSmall, row);
+        else if (nCount > 16)
+            small.Run(dSmall, row), small.RunLast(dSmall, row, nCount, nCount - 16);
         else
-            ShortRow(step, row, nCount);
+            ShortRow<Kind>(small, row, nCount);
     }
 }
 
 void Capped(const DabRun& run)
 {
     if (run.ppInk)
-        RunRows(run, CappedStep<true>{run.nOpacity, run.nDabAlpha});
+        RunRows<DabKind<true, false>>(run);
     else
-        RunRows(run, CappedStep<false>{run.nOpacity, run.nDabAlpha});
+        RunRows<DabKind<false, false>>(run);
 }
 
 void Stacked(const DabRun& run)
 {
     if (run.ppInk)
-        RunRows(run, StackedStep<true>{});
+        RunRows<DabKind<true, true>>(run);
     else
-        RunRows(run, StackedStep<false>{});
+        RunRows<DabKind<false, true>>(run);
 }
 
 void Lerp(const uint8_t* pCanvas, const uint8_t* pInk, const uint8_t* pAlpha, uint8_t* pOut, size_t nCount)
 {
-    const DWide d;
+    const DFull d;
+    const Spread<DFull> spread(d);
+    constexpr size_t n = hn::MaxLanes(d);
+    const auto mix = [&](size_t i, hn::Vec<DFull> a) HWY_ATTR {
+        hn::StoreU(LerpV(d, hn::LoadU(d, pCanvas + i), hn::LoadU(d, pInk + i), a), d, pOut + i);
+    };
     size_t i = 0;
-    for (; i + hn::MaxLanes(d) <= nCount; i += hn::MaxLanes(d))
-        LerpStep<true, false>(d, pCanvas + i * 3, pOut + i * 3, pInk + i * 3, hn::LoadU(d, pAlpha + i));
+    for (; i + n <= nCount; i += n) {
+        const auto a = hn::LoadU(d, pAlpha + i);
+        mix(i * 3, spread.template Get<0>(d, a));
+        mix(i * 3 + n, spread.template Get<1>(d, a));
+        mix(i * 3 + 2 * n, spread.template Get<2>(d, a));
+    }
     PlainLerpRow(pCanvas + i * 3, pInk + i * 3, pAlpha + i, pOut + i * 3, nCount - i);
 }
 
@@ -281,8 +334,8 @@ HWY_INLINE V Quotient255High(V t)
 
 void Smear(const uint8_t* pCanvas, uint8_t* pSmear, int p, size_t nBytes)
 {
-    const DWide d;
-    const Words<DWide> d16;
+    const DFull d;
+    const Words<DFull> d16;
     const auto vp = hn::Set(d16, static_cast<std::uint16_t>(p)), vq = hn::Set(d16, static_cast<std::uint16_t>(255 - p));
     size_t i = 0;
     for (; i + hn::MaxLanes(d) <= nBytes; i += hn::MaxLanes(d)) {
@@ -292,6 +345,45 @@ void Smear(const uint8_t* pCanvas, uint8_t* pSmear, int p, size_t nBytes)
         hn::StoreU(JoinHigh(d, Quotient255High(even), Quotient255High(odd)), d, pSmear + i);
     }
     PlainSmearRow(pCanvas + i, pSmear + i, p, nBytes - i);
+}
+
+using DInt = hn::CappedTag<std::int32_t, 16>;
+using VInt = hn::Vec<DInt>;
+
+/// |dividend| / divisor, both whole. The quotient in single precision is at most one off, which the rest tells.
+HWY_INLINE VInt Quotient(VInt dividend, VInt divisor, hn::Vec<hn::Rebind<float, DInt>> reciprocal)
+{
+    const DInt d;
+    const hn::Rebind<float, DInt> df;
+    const VInt size = hn::Abs(dividend);
+    VInt q = hn::ConvertTo(d, hn::Mul(hn::ConvertTo(df, size), reciprocal));
+    const VInt rest = hn::Sub(size, hn::Mul(q, divisor));
+    q = hn::Add(q, hn::VecFromMask(d, hn::Lt(rest, hn::Zero(d)))); // a mask is -1
+    return hn::Sub(q, hn::VecFromMask(d, hn::Not(hn::Lt(rest, divisor))));
+}
+
+void Convolve(const ConvolveRows& rows, uint8_t* pOut, int nCenter, size_t nBytes)
+{
+    const DInt d;
+    const hn::Rebind<uint8_t, DInt> d8;
+    const hn::Rebind<std::uint16_t, DInt> d16;
+    const int nDivisor = std::abs(nCenter + 8 * c_nConvolveUnit);
+    constexpr int c_nLeastDivisor = 4096; // from there on quotients are small enough for single precision
+    if (nDivisor < c_nLeastDivisor)
+        return PlainConvolveRow(rows, pOut, nCenter, nBytes);
+    const auto divisor = hn::Set(d, nDivisor);
+    const auto reciprocal = hn::Set(hn::Rebind<float, DInt>(), 1.0f / static_cast<float>(nDivisor));
+    const auto center = hn::Set(d, nCenter), unit = hn::Set(d, c_nConvolveUnit);
+    size_t i = 0;
+    for (; i + hn::MaxLanes(d) <= nBytes; i += hn::MaxLanes(d)) {
+        const auto at = [&](const uint8_t* p) HWY_ATTR { return hn::PromoteTo(d16, hn::LoadU(d8, p + i)); };
+        const auto column = [&](int dx) HWY_ATTR { return hn::Add(at(rows.pAbove + dx), at(rows.pBelow + dx)); };
+        const auto ring = hn::Add(hn::Add(column(-3), column(3)), hn::Add(column(0), hn::Add(at(rows.pRow - 3), at(rows.pRow + 3))));
+        const VInt byte = hn::PromoteTo(d, hn::LoadU(d8, rows.pRow + i));
+        const VInt sum = hn::Add(hn::Mul(byte, center), hn::Mul(hn::PromoteTo(d, ring), unit));
+        hn::StoreU(hn::DemoteTo(d8, Quotient(sum, divisor, reciprocal)), d8, pOut + i); // saturates at 255
+    }
+    PlainConvolveRow({rows.pAbove + i, rows.pRow + i, rows.pBelow + i}, pOut + i, nCenter, nBytes - i);
 }
 
 #endif // HWY_SCALAR
@@ -308,6 +400,7 @@ HWY_EXPORT(Capped);
 HWY_EXPORT(Stacked);
 HWY_EXPORT(Lerp);
 HWY_EXPORT(Smear);
+HWY_EXPORT(Convolve);
 
 void CappedDab(const DabRun& run)
 {
@@ -332,7 +425,7 @@ void SmearRow(const std::uint8_t* pCanvas, std::uint8_t* pSmear, int p, std::siz
 
 void ConvolveRow(const ConvolveRows& rows, std::uint8_t* pOut, int nCenter, std::size_t nBytes)
 {
-    PlainConvolveRow(rows, pOut, nCenter, nBytes);
+    HWY_DYNAMIC_DISPATCH(Convolve)(rows, pOut, nCenter, nBytes);
 }
 
 } // namespace kestrune

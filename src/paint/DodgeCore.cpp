@@ -8,6 +8,7 @@ namespace kestrune {
 namespace {
 
 constexpr double c_fThird = 0.333333;
+constexpr int c_nBlock = 32; ///< pixels looked up at once
 
 double Highlights(double x, double e)
 {
@@ -44,19 +45,35 @@ void DodgeCore::Begin(unsigned nFlags, double x, double y)
 {
     PaintCore::Begin(nFlags, x, y);
     m_aTable = MakeTable(m_settings.nCurve, Sign() * m_settings.nPressure / 100.0);
+    m_ink = CoverageMap(m_nImageWidth * 3, m_nImageHeight);
+    m_done = CoverageMap((m_nImageWidth + c_nBlock - 1) / c_nBlock, m_nImageHeight);
     LayFirst();
+}
+
+/// Looks up the blocks of a row that hold these columns. The canvas of a capped stroke stays as it is, so each is done once.
+void DodgeCore::LookUp(int y, int nFirst, int nLast)
+{
+    std::uint8_t* pDone = m_done.Row(y);
+    for (int i = nFirst / c_nBlock; i * c_nBlock < nLast; i++) {
+        if (pDone[i])
+            continue;
+        pDone[i] = 1;
+        const int nFrom = i * c_nBlock * 3, nTo = std::min((i + 1) * c_nBlock, m_nImageWidth) * 3;
+        const std::uint8_t* pCanvas = CanvasRow(y, 0);
+        std::uint8_t* pInk = m_ink.Row(y);
+        for (int k = nFrom; k < nTo; k++)
+            pInk[k] = m_aTable[pCanvas[k]];
+    }
 }
 
 void DodgeCore::Dab()
 {
     if (!GetTile())
         return;
-    std::uint8_t* pInk = MakeInk();
-    const int nBytes = m_tile.nWidth * 3;
-    for (int j = 0; j < m_tile.nHeight; j++, pInk += nBytes) {
-        const std::uint8_t* pCanvas = CanvasRow(m_tile.y + j, m_tile.x);
-        for (int i = 0; i < nBytes; i++)
-            pInk[i] = m_aTable[pCanvas[i]];
+    m_tile.aInk.resize(m_tile.nHeight);
+    for (int j = 0; j < m_tile.nHeight; j++) {
+        LookUp(m_tile.y + j, m_tile.x, m_tile.x + m_tile.nWidth);
+        m_tile.aInk[j] = m_ink.Row(m_tile.y + j) + m_tile.x * 3;
     }
     Paint();
 }

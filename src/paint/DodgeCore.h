@@ -21,7 +21,11 @@ protected:
     void Dab() override;
 
 private:
+    void LookUp(int y, int nFirst, int nLast);
+
     std::array<std::uint8_t, 256> m_aTable{};
+    CoverageMap m_ink;  ///< the canvas through the table, 3 bytes a pixel, as far as dabs came
+    CoverageMap m_done; ///< which of its blocks are
 };
 
 } // namespace kestrune

@@ -86,23 +86,42 @@ void PaintCore::PasteDab(DabMask& mask)
         PasteRows(mask, {nMaskX, nMaskY});
 }
 
-/// Rows are worked on in runs that lie in one band of the picture's storage.
-void PaintCore::PasteRuns(DabMask& mask, CPoint ptMask)
+/// The pixels of each row that the mask touches, grown to whole steps of the kernels where there is room: on one colour up to the
+/// picture's edge, with other inks as far as the tile has them. What is laid there in excess has no alpha.
+void PaintCore::FindSpans(const DabMask& mask, CPoint ptMask)
 {
-    const int nPadded = SubpixelMaskCache::Get().PaddedWidth();
+    constexpr int c_nStep = 32;
+    static_assert(c_nStep <= DabMask::c_nTail);
     m_aSpans.resize(static_cast<std::size_t>(m_tile.nHeight) * 2);
     for (int j = 0; j < m_tile.nHeight; j++) {
         const DabMask::Span span = mask.aSpans[ptMask.y + j];
-        m_aSpans[j * 2] = std::max(span.nFirst - ptMask.x, 0);
-        m_aSpans[j * 2 + 1] = std::min(span.nLast - ptMask.x, m_tile.nWidth);
+        int nFirst = std::max(span.nFirst - ptMask.x, 0);
+        int nLast = std::min(span.nLast - ptMask.x, m_tile.nWidth);
+        if (nFirst < nLast) {
+            // The border's far columns lie past the tile and must not be laid.
+            const bool bCut = span.nLast - ptMask.x > m_tile.nWidth;
+            const int nRoom = m_tile.aInk.empty() && !bCut ? m_nImageWidth - m_tile.x : m_tile.nWidth;
+            const int nSteps = (nLast - nFirst + c_nStep - 1) / c_nStep * c_nStep;
+            nLast = std::max(nLast, std::min(nFirst + nSteps, nRoom));
+            nFirst = std::min(nFirst, std::max(nLast - nSteps, 0));
+        }
+        m_aSpans[j * 2] = nFirst;
+        m_aSpans[j * 2 + 1] = nLast;
     }
+}
+
+/// Rows are worked on in runs that lie in one band of the picture's storage.
+void PaintCore::PasteRuns(DabMask& mask, CPoint ptMask)
+{
+    const int nMaskStride = SubpixelMaskCache::Get().Stride();
+    FindSpans(mask, ptMask);
     DabRun run;
     run.nStride = static_cast<std::ptrdiff_t>(m_canvas.RowBytes());
     run.nCoverageStride = m_nImageWidth;
-    run.nMaskStride = nPadded;
+    run.nMaskStride = nMaskStride;
     run.nOpacity = m_nOpacity;
     run.nDabAlpha = m_nDabAlpha;
-    std::copy_n(m_tile.bgr, 3, run.bgr);
+    run.pColor = m_tile.aColor;
     const std::uint8_t* pMask = (m_bIncremental ? MappedMask(mask) : mask.aBytes).data() + ptMask.x;
     CBandStore& picture = m_pImage->m_Bitmap.WriteBands();
     const int nEnd = m_tile.y + m_tile.nHeight;
@@ -112,7 +131,7 @@ void PaintCore::PasteRuns(DabMask& mask, CPoint ptMask)
         run.pCanvas = (m_bIncremental ? m_canvas.WriteRow(y) : m_canvas.Row(y)) + m_tile.x * 3;
         run.pOut = picture.WriteRow(y) + m_tile.x * 3;
         run.pCoverage = m_coverage.Row(y) + m_tile.x;
-        run.pMask = pMask + static_cast<std::ptrdiff_t>(ptMask.y + j) * nPadded;
+        run.pMask = pMask + static_cast<std::ptrdiff_t>(ptMask.y + j) * nMaskStride;
         run.pSpans = m_aSpans.data() + j * 2;
         run.ppInk = m_tile.aInk.empty() ? nullptr : m_tile.aInk.data() + j;
         if (m_bIncremental)
@@ -140,7 +159,7 @@ void PaintCore::PasteRows(const DabMask& mask, CPoint ptMask)
     RowPass pass{mask, ptMask.x, ptMask.y, static_cast<int>(image.Site().FloatOpacity() * 255 / 100.0), rcFloat,
                  m_aScratch.data(), m_aScratch.data() + nWidth, m_aScratch.data() + nWidth * 2, m_aScratch.data() + nWidth * 5};
     for (std::size_t i = 0; i < nWidth; i++)
-        std::copy_n(m_tile.bgr, 3, pass.pInkRow + i * 3);
+        std::copy_n(m_tile.aColor, 3, pass.pInkRow + i * 3);
     for (int j = 0; j < m_tile.nHeight; j++) {
         pass.y = m_tile.y + j;
         AlphaOfRow(pass, j);
@@ -165,7 +184,7 @@ void PaintCore::AlphaOfRow(RowPass& pass, int j)
     const int nWidth = m_tile.nWidth;
     const std::uint8_t* pTile = m_tile.pAlpha ? m_tile.pAlpha + static_cast<std::size_t>(j) * nWidth : nullptr;
     const std::uint8_t* pMask = pass.mask.aBytes.data()
-        + static_cast<std::size_t>(pass.nMaskY + j) * SubpixelMaskCache::Get().PaddedWidth() + pass.nMaskX;
+        + static_cast<std::size_t>(pass.nMaskY + j) * SubpixelMaskCache::Get().Stride() + pass.nMaskX;
     if (m_bIncremental) {
         for (int i = 0; i < nWidth; i++)
             pass.pAlpha[i] = static_cast<std::uint8_t>(ThinnedAlpha(pTile ? pTile[i] : 255, pMask[i], m_nOpacity));

@@ -159,9 +159,11 @@ bool PaintCore::GetTile()
 
 void PaintCore::SetInk(std::uint32_t crColor)
 {
-    m_tile.bgr[0] = BlueOf(crColor);
-    m_tile.bgr[1] = GreenOf(crColor);
-    m_tile.bgr[2] = RedOf(crColor);
+    const std::uint8_t bgr[3] = {BlueOf(crColor), GreenOf(crColor), RedOf(crColor)};
+    if (!std::memcmp(m_tile.aColor, bgr, 3)) // as after the last dab
+        return;
+    for (int i = 0; i < c_nColorPixels; i++)
+        std::memcpy(m_tile.aColor + i * 3, bgr, 3);
 }
 
 std::uint32_t PaintCore::SnappedColor(std::uint32_t crColor)
@@ -211,7 +213,7 @@ void PaintCore::OverlayPattern()
         int nColumn = m_tile.x % m_pattern.nWidth;
         for (std::size_t i = 0; i < nWidth; i++) {
             for (int k = 0; k < 3; k++)
-                pInk[i * 3 + k] = Lerp255(m_tile.bgr[k], pRow[nColumn * 3 + k], m_pattern.nAlpha);
+                pInk[i * 3 + k] = Lerp255(m_tile.aColor[k], pRow[nColumn * 3 + k], m_pattern.nAlpha);
             if (++nColumn == m_pattern.nWidth)
                 nColumn = 0;
         }

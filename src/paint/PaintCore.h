@@ -116,6 +116,7 @@ private:
     DabMask& GetDabMask();
     void PasteDab(DabMask& mask);
     bool IsHotCase() const;
+    void FindSpans(const DabMask& mask, CPoint ptMask);
     void PasteRuns(DabMask& mask, CPoint ptMask);
     const std::vector<std::uint8_t>& MappedMask(DabMask& mask);
     void PasteRows(const DabMask& mask, CPoint ptMask);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Geometry.h"
+#include "paint/DabKernels.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -16,7 +17,7 @@ struct StampTile {
     int x = 0;
     int y = 0;
 
-    std::uint8_t bgr[3] = {};                 ///< the colour of all pixels while `aInk` is empty
+    std::uint8_t aColor[c_nColorPixels * 3] = {}; ///< the colour of all pixels while `aInk` is empty, over and over
     std::vector<const std::uint8_t*> aInk;    ///< for each row its colours; they may lie in the canvas itself
     const std::uint8_t* pAlpha = nullptr;     ///< nWidth x nHeight bytes; null: 255 everywhere
 

@@ -74,7 +74,7 @@ int SubpixelMaskCache::PhaseOf(double f, int nSize)
 DabMask SubpixelMaskCache::Padded() const
 {
     DabMask mask;
-    mask.aBytes.resize(static_cast<std::size_t>(PaddedWidth()) * PaddedHeight());
+    mask.aBytes.resize(static_cast<std::size_t>(Stride()) * PaddedHeight());
     return mask;
 }
 
@@ -90,7 +90,7 @@ void SubpixelMaskCache::FindSpans(DabMask& mask) const
         while (nLast > nFirst && pRow[nLast - 1] == 0)
             nLast--;
         span = {nFirst, nLast};
-        pRow += nWidth;
+        pRow += Stride();
     }
 }
 
@@ -104,7 +104,7 @@ DabMask& SubpixelMaskCache::GetSubpixelMask(int iy, int ix)
     for (int row = 0; row < m_nHeight; row++)
         for (int k = 0; k < 9; k++)
             if (const int nWeight = c_aSubpixelKernels[iy][ix][k])
-                AddWeighted(mask.aBytes.data() + static_cast<std::size_t>(row + k / 3) * PaddedWidth() + k % 3,
+                AddWeighted(mask.aBytes.data() + static_cast<std::size_t>(row + k / 3) * Stride() + k % 3,
                             m_aMask.data() + static_cast<std::size_t>(row) * m_nWidth, m_nWidth, nWeight);
     FindSpans(mask);
     return phase = std::move(mask);
@@ -118,7 +118,7 @@ DabMask& SubpixelMaskCache::GetHardMask()
     for (int row = 0; row < m_nHeight; row++)
         for (int col = 0; col < m_nWidth; col++)
             if (m_aMask[static_cast<std::size_t>(row) * m_nWidth + col])
-                mask.aBytes[static_cast<std::size_t>(row + 1) * PaddedWidth() + col + 1] = 255;
+                mask.aBytes[static_cast<std::size_t>(row + 1) * Stride() + col + 1] = 255;
     FindSpans(mask);
     return m_hard = std::move(mask);
 }

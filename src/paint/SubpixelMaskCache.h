@@ -6,8 +6,10 @@
 
 namespace kestrune {
 
-/// A brush mask at one fraction of a pixel, with a border: its own width and height plus 2.
+/// A brush mask at one fraction of a pixel, with a border: its own width and height plus 2. Rows end with zeros beyond that, so
+/// that vectors may read and lay whole steps.
 struct DabMask {
+    static constexpr int c_nTail = 64;
     /// The columns of one row that are not 0; first == last in an empty row.
     struct Span {
         int nFirst, nLast;
@@ -33,6 +35,7 @@ public:
     /// The cache's own copy, which lives until the next `SetMask` brings another.
     const std::uint8_t* Mask() const { return m_aMask.data(); }
     int PaddedWidth() const { return m_nWidth + 2; }
+    int Stride() const { return PaddedWidth() + DabMask::c_nTail; } ///< bytes from row to row
     int PaddedHeight() const { return m_nHeight + 2; }
 
     /// The fraction of a coordinate in fifths of a pixel, 0..4. `nSize` is the mask's side, which lifts points a little left of

@@ -234,3 +234,38 @@ TEST_F(PaintCoreTest, EveryKindOfProcessorGivesTheSame)
                 Run(nSeed * 16 + kind, static_cast<NaiveStroke::Kind>(kind));
     }
 }
+
+TEST_F(PaintCoreTest, TheFilterOfADabTakesEveryWeightAsThePlainForm)
+{
+    CRandomSource random(3);
+    for (std::int64_t nTarget : hwy::SupportedAndGeneratedTargets()) {
+        SCOPED_TRACE(hwy::TargetName(nTarget));
+        hwy::SetSupportedTargetsForTest(nTarget);
+        for (int i = 0; i < 400; i++) {
+            const std::size_t n = random(1, 200);
+            Bytes aRows[3];
+            for (Bytes& row : aRows)
+                row = random.Chance(20) ? Bytes(n + 6, random.Chance(50) ? 0 : 255) : random.Noise(n + 6);
+            const int nCenter = i < 20 ? i - 10 - 80000 : random(-5120000, 640000);
+            Bytes fast(n), plain(n);
+            const ConvolveRows rows{aRows[0].data() + 3, aRows[1].data() + 3, aRows[2].data() + 3};
+            ConvolveRow(rows, fast.data(), nCenter, n);
+            PlainConvolveRow(rows, plain.data(), nCenter, n);
+            ASSERT_EQ(fast, plain) << "centre " << nCenter;
+        }
+    }
+}
+
+TEST(DodgeTable, AnExposureOfNoneChangesNothingAndMoreNeverDarkens)
+{
+    const auto identity = DodgeCore::MakeTable(DodgeCore::CURVE_MIDTONES, 0);
+    for (int i = 0; i < 256; i++)
+        EXPECT_EQ(identity[i], i);
+    for (int nCurve = 0; nCurve < 3; nCurve++) {
+        const auto lighter = DodgeCore::MakeTable(nCurve, 1), darker = DodgeCore::MakeTable(nCurve, -1);
+        for (int i = 0; i < 256; i++) {
+            EXPECT_GE(lighter[i], i);
+            EXPECT_LE(darker[i], i);
+        }
+    }
+}
