@@ -6,7 +6,8 @@ namespace kestrune {
 
 class LBitmapBase;
 
-/// How many pixels have each value: 0 red, green and blue together, 1 red, 2 green, 3 blue. The dialogs with a graph show them.
+/// How many pixels have each value: 0 red, green and blue together, 1 red, 2 green, 3 blue. The dialogs with a graph
+/// show them.
 using ChannelHistograms = std::array<std::array<int, 256>, 4>;
 
 /// Counts a 24-bit bitmap.

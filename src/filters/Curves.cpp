@@ -130,8 +130,9 @@ void RebuildCurve(CurvesValues& values, int nChannel)
         curve[x] = used[n - 1]->y;
     for (int i = 0; i + 1 < n; ++i)
         DrawSegment(curve, {used[std::max(i - 1, 0)], used[i], used[i + 1], used[std::min(i + 2, n - 1)]});
-    if (n == 1) // no segment reaches its own column
-        curve[std::clamp(used[0]->x, 0, 255)] = used[0]->y;
+    // The steps are meant to end on the last point, yet their sum may stop a hair before its column: white would keep its old value
+    // when the curve's end is pulled down.
+    curve[std::clamp(used[n - 1]->x, 0, 255)] = used[n - 1]->y;
 }
 
 ChannelTables CurveTables(const CurvesValues& values)

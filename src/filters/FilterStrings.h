@@ -1,7 +1,7 @@
 #pragma once
 
-// Numbers of the texts of the filter dialogs in the string table. What belongs to one filter alone (title, labels of its
-// parameters) stands in its row of the filter table.
+// Numbers of the texts of the filter dialogs in the string table. What belongs to one filter alone (title, labels of
+// its parameters) stands in its row of the filter table.
 
 namespace kestrune {
 
@@ -13,7 +13,7 @@ inline constexpr int IDS_PREVIEW_ZOOM_IN = 60984;
 inline constexpr int IDS_FILTER_DEFAULTS = 60985;
 inline constexpr int IDS_FILTER_DEFAULTS_TIP = 60986;
 inline constexpr int IDS_FILTER_VALUE_TIP = 60987; ///< %1 and %2: the limits
-inline constexpr int IDS_FILTER_SLIDER = 60988;    ///< %1: the label
+inline constexpr int IDS_FILTER_SLIDER = 60988; ///< %1: the label
 // Colourize
 inline constexpr int IDS_TINT_COLOR = 60990;
 inline constexpr int IDS_TINT_COLOR_TIP = 60991;

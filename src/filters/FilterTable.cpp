@@ -22,26 +22,32 @@ constexpr FilterParam Plain(std::string_view strKey, std::string_view strLabel, 
 {
     return {strKey, strLabel, nDefault, nMin, nMax, nMin, nMax};
 }
+constexpr FilterParam In(std::string_view strUnit, FilterParam param)
+{
+    param.strUnit = strUnit;
+    return param;
+}
+constexpr std::string_view c_strPixels = "픽셀", c_strDegrees = "도", c_strPercent = "%";
 constexpr FilterParam Hundredths(std::string_view strKey, std::string_view strLabel, int nDefault, int nMin, int nMax)
 {
     return {strKey, strLabel, nDefault, nMin, nMax, nMin, nMax, 2};
 }
 
-constexpr FilterParam c_aGaussian[] = {{"Value", "반경(&R):", 5, 1, 255, 1, 250}};
-constexpr FilterParam c_aCubism[] = {Plain("Size", "크기(&S):", 10, 1, 100)};
-constexpr FilterParam c_aMotion[] = {Plain("Angle", "각도(&A):", 45, 0, 360), Plain("Length", "길이(&L):", 10, 0, 255)};
-constexpr FilterParam c_aOldPhoto[] = {Plain("Amount", "색상 변화도(&T):", 70, 0, 100)};
-constexpr FilterParam c_aColourize[] = {Plain("Red", "빨강(&R):", 0, 0, 100), Plain("Green", "녹색(&G):", 50, 0, 100),
-                                        Plain("Blue", "파랑(&B):", 50, 0, 100)};
+constexpr FilterParam c_aGaussian[] = {In(c_strPixels, {"Value", "반경(&R):", 5, 1, 255, 1, 250})};
+constexpr FilterParam c_aCubism[] = {In(c_strPixels, Plain("Size", "크기(&S):", 10, 1, 100))};
+constexpr FilterParam c_aMotion[] = {In(c_strDegrees, Plain("Angle", "각도(&A):", 45, 0, 360)), In(c_strPixels, Plain("Length", "길이(&L):", 10, 0, 255))};
+constexpr FilterParam c_aOldPhoto[] = {In(c_strPercent, Plain("Amount", "색상 변화도(&T):", 70, 0, 100))};
+constexpr FilterParam c_aColourize[] = {In(c_strPercent, Plain("Red", "빨강(&R):", 0, 0, 100)), In(c_strPercent, Plain("Green", "녹색(&G):", 50, 0, 100)),
+                                        In(c_strPercent, Plain("Blue", "파랑(&B):", 50, 0, 100))};
 constexpr FilterParam c_aColourCount[] = {Plain("Colors", "색상 개수(&C):", 256, 1, 256)};
-constexpr FilterParam c_aGlassTile[] = {Plain("X", "가로(&X):", 10, 1, 100), Plain("Y", "세로(&Y):", 10, 1, 100)};
-constexpr FilterParam c_aPaperTile[] = {Plain("Size", "크기(&S):", 20, 2, 100), Plain("Amount", "정도(&A):", 25, 2, 100)};
+constexpr FilterParam c_aGlassTile[] = {In(c_strPixels, Plain("X", "가로(&X):", 10, 1, 100)), In(c_strPixels, Plain("Y", "세로(&Y):", 10, 1, 100))};
+constexpr FilterParam c_aPaperTile[] = {In(c_strPixels, Plain("Size", "크기(&S):", 20, 2, 100)), Plain("Amount", "정도(&A):", 25, 2, 100)};
 constexpr FilterParam c_aThreshold[] = {Plain("Amount", "기준값(&T):", 128, 0, 255)};
 constexpr FilterParam c_aPosterize[] = {Plain("Level", "단계(&L):", 3, 1, 255)};
 constexpr FilterParam c_aGamma[] = {Hundredths("Gamma", "감마(&G):", 100, 0, 300)};
 constexpr FilterParam c_aBrightness[] = {Plain("Brightness", "밝기(&B):", 0, -100, 100),
                                          Plain("Contrast", "대비(&C):", 0, -100, 100)};
-constexpr FilterParam c_aMedian[] = {{"Value", "크기(&S):", 3, 3, 10, 1, 10}};
+constexpr FilterParam c_aMedian[] = {In(c_strPixels, {"Value", "크기(&S):", 3, 3, 10, 1, 10})};
 constexpr FilterParam c_aNoise[] = {Hundredths("Red", "빨강(&R):", 50, 0, 100), Hundredths("Green", "녹색(&G):", 50, 0, 100),
                                     Hundredths("Blue", "파랑(&B):", 50, 0, 100),
                                     {"Flag", "&Independent", 1, 0, 1, 0, 1, 0, 1, {}, FilterControl::Check}};
@@ -53,11 +59,11 @@ constexpr FilterParam c_aUnsharp[] = {{"Radius", "정도(&A):", 1, 0, 250, 0, 25
 constexpr FilterParam c_aShiftRgb[] = {Plain("RedX", "빨강 X(&R):", 0, -500, 500),  Plain("RedY", "빨강 Y(&E):", 0, -500, 500),
                                        Plain("GreenX", "녹색 X(&G):", 0, -500, 500), Plain("GreenY", "녹색 Y(&N):", 0, -500, 500),
                                        Plain("BlueX", "파랑 X(&B):", 0, -500, 500),  Plain("BlueY", "파랑 Y(&L):", 0, -500, 500)};
-constexpr FilterParam c_aMaximum[] = {Plain("Value", "크기(&S):", 3, 1, 10)};
-constexpr FilterParam c_aMinimum[] = {{"Value", "크기(&S):", 3, 1, 10, 1, 9}};
-constexpr FilterParam c_aSpread[] = {Plain("X", "가로(&X):", 20, 0, 200), Plain("Y", "세로(&Y):", 20, 0, 200)};
+constexpr FilterParam c_aMaximum[] = {In(c_strPixels, Plain("Value", "크기(&S):", 3, 1, 10))};
+constexpr FilterParam c_aMinimum[] = {In(c_strPixels, {"Value", "크기(&S):", 3, 1, 10, 1, 9})};
+constexpr FilterParam c_aSpread[] = {In(c_strPixels, Plain("X", "가로(&X):", 20, 0, 200)), In(c_strPixels, Plain("Y", "세로(&Y):", 20, 0, 200))};
 constexpr FilterParam c_aSolarize[] = {Plain("Threshold", "기준값(&T):", 127, 0, 127)};
-constexpr FilterParam c_aEmboss[] = {Plain("Angle", "각도(&A):", 0, 0, 360), Plain("Elevation", "고도(&E):", 90, 0, 180),
+constexpr FilterParam c_aEmboss[] = {In(c_strDegrees, Plain("Angle", "각도(&A):", 0, 0, 360)), In(c_strDegrees, Plain("Elevation", "고도(&E):", 90, 0, 180)),
                                      Plain("Depth", "깊이(&D):", 50, 1, 100)};
 // Angle and elevation are real degrees, kept as hundredths.
 constexpr FilterParam c_aColourEmboss[] = {Hundredths("Angle", "각도(&A):", 0, 0, 36000),

@@ -56,6 +56,7 @@ struct FilterParam {
     int nStoredFactor = 1;             ///< what is kept is the value times this
     std::string_view strReadSection{}; ///< where reading looks, when not in the filter's own section
     FilterControl control = FilterControl::Slider;
+    std::string_view strUnit{}; ///< shown behind the edit
 };
 
 /// What a filter operation is given.

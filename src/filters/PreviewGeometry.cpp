@@ -6,15 +6,12 @@ namespace kestrune {
 
 namespace {
 
-// The zoom is counted in steps and multiplied, not added up: forty-five sums of 0.2 in single precision end at 9.999995, and the
-// largest zoom would be 10.2.
+// The zoom is counted in steps and multiplied, not added up: forty-five sums of 0.2 in single precision end
+// at 9.999995, and the largest zoom would be 10.2.
 constexpr float c_fStep = 0.2f;
 constexpr int c_nSmallest = 1, c_nActual = 5, c_nLargest = 50;
 
-int Scaled(int nImage, float fZoom)
-{
-    return static_cast<int>(static_cast<float>(nImage) * fZoom);
-}
+int Scaled(int nImage, float fZoom) { return static_cast<int>(static_cast<float>(nImage) * fZoom); }
 
 } // namespace
 
@@ -52,10 +49,7 @@ void CPreviewGeometry::Axis::Pan(int nBy)
     Clamp();
 }
 
-void CPreviewGeometry::Axis::Clamp()
-{
-    nCentre = std::max(std::min(nCentre, nImage - nView / 2), nView / 2);
-}
+void CPreviewGeometry::Axis::Clamp() { nCentre = std::max(std::min(nCentre, nImage - nView / 2), nView / 2); }
 
 CPreviewGeometry::CPreviewGeometry(CSize sizeImage, int nPane)
     : m_nPane(nPane)
@@ -69,10 +63,7 @@ CPreviewGeometry::CPreviewGeometry(CSize sizeImage, int nPane)
     PlaceRects();
 }
 
-int CPreviewGeometry::GetPercent() const
-{
-    return static_cast<int>(m_fZoom * 100);
-}
+int CPreviewGeometry::GetPercent() const { return static_cast<int>(m_fZoom * 100); }
 
 bool CPreviewGeometry::ZoomIn()
 {
@@ -126,7 +117,8 @@ CRect CPreviewGeometry::FilterRect() const
     const auto from = [](const Axis& axis) { return axis.nCentre - axis.nView / 2; };
     const int x = from(m_horizontal), y = from(m_vertical);
     // An odd view at the far edge reaches one pixel beyond the picture.
-    return Intersect({x, y, x + m_horizontal.nView, y + m_vertical.nView}, {0, 0, m_horizontal.nImage, m_vertical.nImage});
+    return Intersect({x, y, x + m_horizontal.nView, y + m_vertical.nView},
+                     {0, 0, m_horizontal.nImage, m_vertical.nImage});
 }
 
 double CPreviewGeometry::PaintScale() const

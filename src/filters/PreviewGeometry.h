@@ -4,13 +4,14 @@
 
 namespace kestrune {
 
-/// What part of the picture the preview pane of a filter dialog shows, and where: zoom, panning and the two rectangles, without a
-/// window. Points and `DestRect` are in the dialog's coordinates, in which the pane (150 x 150 in most dialogs) stands at (10, 10).
+/// What part of the picture the preview pane of a filter dialog shows, and where: zoom, panning and the two rectangles,
+/// without a window. Points and `DestRect` are in the dialog's coordinates, in which the pane (150 x 150 in most
+/// dialogs) stands at (10, 10).
 ///
-/// A picture that is smaller than the pane at the present zoom stands in its middle and is seen whole. Steps towards a larger
-/// zoom and towards a smaller one differ in two ways, kept as users know them: when the picture covers the pane exactly, a larger zoom takes the picture
-/// for one that fits, a smaller one does not; and only a smaller zoom brings the centre back into the picture (a larger one needs
-/// no such help, its view shrinks around the centre).
+/// A picture that is smaller than the pane at the present zoom stands in its middle and is seen whole. Steps towards a
+/// larger zoom and towards a smaller one differ in two ways, kept as users know them: when the picture covers the pane
+/// exactly, a larger zoom takes the picture for one that fits, a smaller one does not; and only a smaller zoom brings
+/// the centre back into the picture (a larger one needs no such help, its view shrinks around the centre).
 class CPreviewGeometry {
 public:
     static constexpr int c_nPaneSize = 150; ///< of most dialogs
@@ -21,7 +22,8 @@ public:
 
     int GetPane() const { return m_nPane; }
 
-    /// The buttons "+" and "-" (0.2 to 10.0 in steps of 0.2) and the click on the label (back to 1.0). False when nothing changes.
+    /// The buttons "+" and "-" (0.2 to 10.0 in steps of 0.2) and the click on the label (back to 1.0). False when
+    /// nothing changes.
     bool ZoomIn();
     bool ZoomOut();
     bool ZoomActual();
@@ -32,8 +34,8 @@ public:
     /// The picture's part shown, in image pixels, and where it stands.
     const CRect& SourceRect() const { return m_rcSource; }
     const CRect& DestRect() const { return m_rcDest; }
-    /// Pane pixels per image pixel as they are drawn. Where the picture fills the pane the source is stretched to it: an odd view shows
-    /// one pixel less than the zoom asks for, and no unfiltered edge comes into sight.
+    /// Pane pixels per image pixel as they are drawn. Where the picture fills the pane the source is stretched to it:
+    /// an odd view shows one pixel less than the zoom asks for, and no unfiltered edge comes into sight.
     double PaintScale() const;
     /// The picture's part that a preview run has to filter; it lies inside the picture.
     CRect FilterRect() const;
@@ -51,10 +53,10 @@ public:
 private:
     /// One axis of the picture.
     struct Axis {
-        int nImage = 0;  ///< image pixels
-        int nPane = 0;   ///< pane pixels
-        int nView = 0;   ///< image pixels that the pane shows
-        int nShown = 0;  ///< pane pixels that the picture covers
+        int nImage = 0; ///< image pixels
+        int nPane = 0; ///< pane pixels
+        int nView = 0; ///< image pixels that the pane shows
+        int nShown = 0; ///< pane pixels that the picture covers
         int nOffset = 0; ///< from the pane's edge to the picture
         int nCentre = 0; ///< the image pixel at the pane's middle
 

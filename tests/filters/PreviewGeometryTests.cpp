@@ -14,10 +14,8 @@ constexpr CPoint c_ptMiddle{85, 85}; ///< of the pane, in the dialog
 
 void ZoomTo(CPreviewGeometry& geometry, int nPercent)
 {
-    while (geometry.GetPercent() < nPercent && geometry.ZoomIn()) {
-    }
-    while (geometry.GetPercent() > nPercent && geometry.ZoomOut()) {
-    }
+    while (geometry.GetPercent() < nPercent && geometry.ZoomIn()) { }
+    while (geometry.GetPercent() > nPercent && geometry.ZoomOut()) { }
     ASSERT_EQ(geometry.GetPercent(), nPercent);
 }
 
@@ -92,7 +90,8 @@ TEST(PreviewGeometry, ASmallerZoomBringsTheCentreBack)
     CPreviewGeometry geometry({1000, 100});
     ASSERT_TRUE(geometry.BeginDrag(c_ptMiddle));
     EXPECT_TRUE(geometry.Drag({c_ptMiddle.x + 5000, c_ptMiddle.y + 40}));
-    EXPECT_EQ(geometry.SourceRect(), (CRect{0, 0, 150, 100})) << "the far left; along the height there is nothing to pan";
+    EXPECT_EQ(geometry.SourceRect(), (CRect{0, 0, 150, 100}))
+        << "the far left; along the height there is nothing to pan";
     EXPECT_TRUE(geometry.EndDrag());
     ZoomTo(geometry, 40);
     EXPECT_EQ(geometry.SourceRect().left, 0);
@@ -112,7 +111,8 @@ TEST(PreviewGeometry, PanningFollowsThePointerAndStopsAtTheEdges)
     ASSERT_TRUE(geometry.BeginDrag({80, 80}));
     EXPECT_TRUE(geometry.Drag({60, 70}));
     EXPECT_TRUE(geometry.Drag({40, 60}));
-    EXPECT_EQ(geometry.SourceRect(), (CRect{rcBefore.left + 20, rcBefore.top + 10, rcBefore.right + 20, rcBefore.bottom + 10}));
+    EXPECT_EQ(geometry.SourceRect(),
+              (CRect{rcBefore.left + 20, rcBefore.top + 10, rcBefore.right + 20, rcBefore.bottom + 10}));
     EXPECT_FALSE(geometry.Drag({41, 61})) << "half an image pixel";
     geometry.Drag({-20000, -20000});
     EXPECT_EQ(geometry.SourceRect().right, 1000);
@@ -125,13 +125,15 @@ TEST(PreviewGeometry, PanningFollowsThePointerAndStopsAtTheEdges)
 
 TEST(PreviewGeometry, EveryPlaceStaysInsidePictureAndPane)
 {
-    for (const CSize size : {CSize{1, 1}, CSize{1, 900}, CSize{149, 150}, CSize{150, 151}, CSize{151, 749}, CSize{752, 3000}})
+    for (const CSize size :
+         {CSize{1, 1}, CSize{1, 900}, CSize{149, 150}, CSize{150, 151}, CSize{151, 749}, CSize{752, 3000}})
         for (const int nPane : {150, 180}) {
             CPreviewGeometry geometry(size, nPane);
             const auto check = [&] {
                 const CRect picture{0, 0, size.cx, size.cy}, pane{10, 10, 10 + nPane, 10 + nPane};
                 for (const CRect& rc : {geometry.FilterRect(), geometry.SourceRect()}) {
-                    EXPECT_EQ(Intersect(rc, picture), rc) << size.cx << " x " << size.cy << " at " << geometry.GetPercent();
+                    EXPECT_EQ(Intersect(rc, picture), rc)
+                        << size.cx << " x " << size.cy << " at " << geometry.GetPercent();
                     EXPECT_FALSE(rc.IsEmpty());
                 }
                 if (!geometry.DestRect().IsEmpty()) { // a picture of a pixel's width is lost at a small zoom

@@ -13,6 +13,20 @@ for scale in 1 1.25 1.5 2; do
   QT_SCALE_FACTOR=$scale QT_QPA_PLATFORM=offscreen "$program" --script "$root/tests/shots/windows.txt" "$out/scale-$scale" "$picture"
 done
 
+# The filters: a contact sheet of one picture, and their dialogs with the preview drawn, in both themes.
+filters=$(mktemp -d)
+QT_QPA_PLATFORM=offscreen "$program" --script "$root/tests/shots/filters.txt" "$filters" "$picture"
+montage -label '%t' "$filters"/*.ppm -thumbnail 240x180 -geometry +8+8 "$out/filters.png"
+rm -rf "$filters"
+for theme in light dark; do
+  for scale in 1 2; do
+    folder=$out/filter-dialogs-$theme-$scale
+    mkdir -p "$folder"
+    QT_SCALE_FACTOR=$scale QT_QPA_PLATFORM=offscreen KESTRUNE_SHOTS=$folder KESTRUNE_SHOTS_THEME=$theme \
+      "$root/build/filters_gui_shell_tests" --gtest_filter='DialogShots.*' > /dev/null
+  done
+done
+
 # Dialogs are grabbed from a real screen: a script answers them before they show.
 dialogs=$out/dialogs
 home=$(mktemp -d)
@@ -42,6 +56,10 @@ open ctrl+o
 save-as ctrl+shift+s
 export ctrl+shift+e
 print ctrl+p
+levels ctrl+l
+curves ctrl+m
+hue ctrl+u
+balance ctrl+b
 menu-file alt+f
 menu-edit alt+e
 menu-view alt+v

@@ -18,12 +18,14 @@ struct ChannelRow {
     const char* pszKey;
     int nLabelId;
 };
-constexpr ChannelRow c_aChannels[] = {{"Red", IDS_BALANCE_RED}, {"Green", IDS_BALANCE_GREEN}, {"Blue", IDS_BALANCE_BLUE}};
+constexpr ChannelRow c_aChannels[]
+    = {{"Red", IDS_BALANCE_RED}, {"Green", IDS_BALANCE_GREEN}, {"Blue", IDS_BALANCE_BLUE}};
 constexpr int c_nMidtones = 1;
 
 } // namespace
 
-CColorBalanceDialog::CColorBalanceDialog(const FilterRow& row, CPaintImage& image, FilterDialogData& dialogData, QWidget* pParent)
+CColorBalanceDialog::CColorBalanceDialog(const FilterRow& row, CPaintImage& image, FilterDialogData& dialogData,
+                                         QWidget* pParent)
     : CFilterDialog(row, image, dialogData, pParent)
     , m_pRanges(new QButtonGroup(this))
     , m_pLuminosity(new QCheckBox(TextOf(IDS_BALANCE_LUMINOSITY)))

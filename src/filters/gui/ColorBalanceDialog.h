@@ -10,7 +10,8 @@ class QCheckBox;
 namespace kestrune {
 
 /// Colour balance: red, green and blue of the shadows, the midtones and the highlights.
-/// Keys: `Range` (0 shadows, 1 midtones, 2 highlights), `Red` `Green` `Blue` of the range chosen last, `Luminosity` (0, 1).
+/// Keys: `Range` (0 shadows, 1 midtones, 2 highlights), `Red` `Green` `Blue` of the range chosen last, `Luminosity` (0,
+/// 1).
 class CColorBalanceDialog : public CFilterDialog {
     Q_OBJECT
 public:

@@ -16,16 +16,14 @@ namespace kestrune {
 
 namespace {
 
-QString FromTable(std::string_view text)
-{
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
+QString FromTable(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
 
 const QString c_strColorKey = QStringLiteral("Color");
 
 } // namespace
 
-CCommonFilterDialog::CCommonFilterDialog(const FilterRow& row, CPaintImage& image, FilterDialogData& dialogData, QWidget* pParent)
+CCommonFilterDialog::CCommonFilterDialog(const FilterRow& row, CPaintImage& image, FilterDialogData& dialogData,
+                                         QWidget* pParent)
     : CFilterDialog(row, image, dialogData, pParent)
 {
     auto* pGrid = new CDialogRows;
@@ -68,7 +66,7 @@ void CCommonFilterDialog::AddParameter(QGridLayout& grid, std::size_t iParam)
     const SliderRange range{param.nMin, param.nMax, param.nEditMin, param.nEditMax, param.nDecimals, param.nDefault};
     auto* pSlider = m_sliders.back() = new CSliderEdit(range, this);
     pSlider->SetValue(nValue);
-    pSlider->AddTo(grid, FromTable(param.strLabel));
+    pSlider->AddTo(grid, FromTable(param.strLabel), FromTable(param.strUnit));
     RegisterKey(FromTable(param.strKey), pSlider->Edit());
     connect(pSlider, &CSliderEdit::Changed, this, [this, &nValue](int nNew) {
         nValue = nNew;

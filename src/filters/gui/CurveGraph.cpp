@@ -16,10 +16,10 @@ namespace kestrune {
 
 namespace {
 
-constexpr int c_nMargin = 8;      ///< room for half a point
+constexpr int c_nMargin = 8; ///< room for half a point
 constexpr int c_nLast = 255;
-constexpr double c_fCatch = 9;    ///< how near a press has to be to take a point
-constexpr int c_nPullOut = 24;    ///< how far outside the graph a point is let go
+constexpr double c_fCatch = 9; ///< how near a press has to be to take a point
+constexpr int c_nPullOut = 24; ///< how far outside the graph a point is let go
 constexpr double c_fPointRadius = 4;
 constexpr int c_nFewestPoints = 2;
 constexpr int c_nSlotWidth = 16;
@@ -31,10 +31,7 @@ QColor ChannelColor(int nChannel, const QPalette& palette)
     return nChannel == 0 ? palette.color(QPalette::Text) : QColor(c_aInks[nChannel]);
 }
 
-bool IsUsed(const CurvePoint& point)
-{
-    return point.x != -1;
-}
+bool IsUsed(const CurvePoint& point) { return point.x != -1; }
 
 } // namespace
 
@@ -55,14 +52,12 @@ QSize CCurveGraph::sizeHint() const
     return {nSide, nSide};
 }
 
-QPointF CCurveGraph::ToWidget(int x, int y) const
-{
-    return {c_nMargin + x + 0.5, c_nMargin + c_nLast - y + 0.5};
-}
+QPointF CCurveGraph::ToWidget(int x, int y) const { return {c_nMargin + x + 0.5, c_nMargin + c_nLast - y + 0.5}; }
 
 QPoint CCurveGraph::FromWidget(QPointF pt) const
 {
-    return {static_cast<int>(std::floor(pt.x())) - c_nMargin, c_nLast + c_nMargin - static_cast<int>(std::floor(pt.y()))};
+    return {static_cast<int>(std::floor(pt.x())) - c_nMargin,
+            c_nLast + c_nMargin - static_cast<int>(std::floor(pt.y()))};
 }
 
 void CCurveGraph::ShowChannel(int nChannel)
@@ -106,18 +101,21 @@ int CCurveGraph::CountPoints() const
     return static_cast<int>(std::count_if(points.begin(), points.end(), IsUsed));
 }
 
-/// Moves the chosen point; it stops before the slots of its neighbours, so that the points stay in order and none swallows another.
+/// Moves the chosen point; it stops before the slots of its neighbours, so that the points stay in order and none
+/// swallows another.
 void CCurveGraph::MovePoint(int x, int y)
 {
     if (m_iPoint < 0)
         return;
-    const auto used = [this](int i) { return i >= 0 && i < c_nCurvePoints && IsUsed(Points()[static_cast<std::size_t>(i)]); };
+    const auto used
+        = [this](int i) { return i >= 0 && i < c_nCurvePoints && IsUsed(Points()[static_cast<std::size_t>(i)]); };
     int iFirst = m_iPoint, iLast = m_iPoint;
     while (iFirst > 0 && !used(iFirst - 1))
         iFirst--;
     while (iLast < c_nCurvePoints - 1 && !used(iLast + 1))
         iLast++;
-    x = std::clamp(x, std::max(0, iFirst * c_nSlotWidth - c_nSlotWidth / 2), std::min(c_nLast, iLast * c_nSlotWidth + c_nSlotWidth / 2 - 1));
+    x = std::clamp(x, std::max(0, iFirst * c_nSlotWidth - c_nSlotWidth / 2),
+                   std::min(c_nLast, iLast * c_nSlotWidth + c_nSlotWidth / 2 - 1));
     y = std::clamp(y, 0, c_nLast);
     Points()[static_cast<std::size_t>(m_iPoint)] = {};
     SetPoint(x, y);
@@ -228,21 +226,29 @@ void CCurveGraph::keyPressEvent(QKeyEvent* pEvent)
         Tell();
     };
     switch (pEvent->key()) {
-    case Qt::Key_PageUp: return ChoosePoint(-1);
-    case Qt::Key_PageDown: return ChoosePoint(1);
-    case Qt::Key_Left: return move(-nBy, 0);
-    case Qt::Key_Right: return move(nBy, 0);
-    case Qt::Key_Up: return move(0, nBy);
-    case Qt::Key_Down: return move(0, -nBy);
+    case Qt::Key_PageUp:
+        return ChoosePoint(-1);
+    case Qt::Key_PageDown:
+        return ChoosePoint(1);
+    case Qt::Key_Left:
+        return move(-nBy, 0);
+    case Qt::Key_Right:
+        return move(nBy, 0);
+    case Qt::Key_Up:
+        return move(0, nBy);
+    case Qt::Key_Down:
+        return move(0, -nBy);
     case Qt::Key_Delete:
-    case Qt::Key_Backspace: return RemovePoint(m_iPoint);
+    case Qt::Key_Backspace:
+        return RemovePoint(m_iPoint);
     case Qt::Key_Insert: {
         const int iFree = std::clamp(m_iPoint + 1, 0, c_nCurvePoints - 1);
         const int x = std::min(iFree * c_nSlotWidth, c_nLast);
         SetPoint(x, m_values.curve[static_cast<std::size_t>(m_nChannel)][static_cast<std::size_t>(x)]);
         return Tell();
     }
-    default: QWidget::keyPressEvent(pEvent);
+    default:
+        QWidget::keyPressEvent(pEvent);
     }
 }
 

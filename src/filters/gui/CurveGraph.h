@@ -11,9 +11,10 @@ namespace kestrune {
 
 /// The graph of Curves: 256 x 256 values, input from left to right, output upwards.
 ///
-/// A press near a point takes it, elsewhere it sets a new one where the pointer is; dragging moves it, as far as its neighbours'
-/// places. A point that is dragged out of the graph, clicked with the right button or met by Delete goes away, as long
-/// as two remain. With the keyboard: Page keys choose a point, arrows move it (by ten with Shift), Insert adds one.
+/// A press near a point takes it, elsewhere it sets a new one where the pointer is; dragging moves it, as far as its
+/// neighbours' places. A point that is dragged out of the graph, clicked with the right button or met by Delete goes
+/// away, as long as two remain. With the keyboard: Page keys choose a point, arrows move it (by ten with Shift), Insert
+/// adds one.
 class CCurveGraph : public QWidget {
     Q_OBJECT
 public:

@@ -52,8 +52,9 @@ CCurvesDialog::CCurvesDialog(const FilterRow& row, CPaintImage& image, FilterDia
     pRows->AddWide(m_pReadout);
     connect(m_pChannel, &QComboBox::currentIndexChanged, m_pGraph, &CCurveGraph::ShowChannel);
     connect(m_pGraph, &CCurveGraph::Changed, this, &CCurvesDialog::ValuesChanged);
-    connect(m_pGraph, &CCurveGraph::Pointed, this,
-            [this](int nInput, int nOutput) { m_pReadout->setText(TextOf(IDS_CURVES_READOUT).arg(nInput).arg(nOutput)); });
+    connect(m_pGraph, &CCurveGraph::Pointed, this, [this](int nInput, int nOutput) {
+        m_pReadout->setText(TextOf(IDS_CURVES_READOUT).arg(nInput).arg(nOutput));
+    });
     Build(pRows, CPreviewGeometry::c_nPaneSize);
     AddDefaultsButton([this] {
         for (int i = 0; i < c_nChannels; i++)

@@ -11,7 +11,8 @@ namespace kestrune {
 class CCurveGraph;
 
 /// Curves: a graph for each channel. What OK leaves is there again at the next opening, as long as the program runs.
-/// Keys: `Channel` (0 RGB, 1 red, 2 green, 3 blue), `Points` (x:y,x:y,... of the channel chosen last, 0..255 both ways).
+/// Keys: `Channel` (0 RGB, 1 red, 2 green, 3 blue), `Points` (x:y,x:y,... of the channel chosen last, 0..255 both
+/// ways).
 class CCurvesDialog : public CFilterDialog {
     Q_OBJECT
 public:

@@ -18,7 +18,8 @@ struct CRunnerGuard {
 
 } // namespace
 
-void RegisterFilterCommands(CCommandTarget& target, std::function<CPaintImage*()> image, CProfile& profile, QWidget* pParent)
+void RegisterFilterCommands(CCommandTarget& target, std::function<CPaintImage*()> image, CProfile& profile,
+                            QWidget* pParent)
 {
     const auto add = [&](int nCommand) {
         if (!CanRunFilterCommand(nCommand))

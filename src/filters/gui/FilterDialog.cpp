@@ -17,7 +17,8 @@ CFilterDialog::CFilterDialog(const FilterRow& row, CPaintImage& image, FilterDia
 
 void CFilterDialog::Build(QLayout* pControls, int nPane)
 {
-    m_pPreview = new CFilterPreview(m_data, nPane, [this](const CRect& rc) { PreviewFilter(m_row, m_image, m_data, rc); });
+    m_pPreview
+        = new CFilterPreview(m_data, nPane, [this](const CRect& rc) { PreviewFilter(m_row, m_image, m_data, rc); });
     Body()->addWidget(m_pPreview, 0, Qt::AlignTop);
     auto* pColumn = new QVBoxLayout;
     pColumn->setSpacing(c_nGroupGap);
@@ -40,9 +41,6 @@ void CFilterDialog::AddDefaultsButton(std::function<void()> reset)
     });
 }
 
-void CFilterDialog::ValuesChanged()
-{
-    m_pPreview->StartTimer(CFilterPreview::c_nParameterDelay);
-}
+void CFilterDialog::ValuesChanged() { m_pPreview->StartTimer(CFilterPreview::c_nParameterDelay); }
 
 } // namespace kestrune

@@ -12,8 +12,8 @@ namespace kestrune {
 class CFilterPreview;
 class CSliderEdit;
 
-/// Base of the filter dialogs: preview at the left, controls at the right. A derived dialog fills the column of controls, keeps
-/// `Values()` up to date and calls `ValuesChanged` after each change; all else is done here.
+/// Base of the filter dialogs: preview at the left, controls at the right. A derived dialog fills the column of
+/// controls, keeps `Values()` up to date and calls `ValuesChanged` after each change; all else is done here.
 class CFilterDialog : public CPaintDialog {
     Q_OBJECT
 public:
@@ -71,6 +71,7 @@ private:
 };
 
 /// The dialog of a row, of whichever class it is; null for a row without one.
-std::unique_ptr<CFilterDialog> MakeFilterDialog(const FilterRow& row, CPaintImage& image, FilterDialogData& dialogData, QWidget* pParent);
+std::unique_ptr<CFilterDialog> MakeFilterDialog(const FilterRow& row, CPaintImage& image, FilterDialogData& dialogData,
+                                                QWidget* pParent);
 
 } // namespace kestrune

@@ -7,7 +7,8 @@
 
 namespace kestrune {
 
-std::unique_ptr<CFilterDialog> MakeFilterDialog(const FilterRow& row, CPaintImage& image, FilterDialogData& dialogData, QWidget* pParent)
+std::unique_ptr<CFilterDialog> MakeFilterDialog(const FilterRow& row, CPaintImage& image, FilterDialogData& dialogData,
+                                                QWidget* pParent)
 {
     switch (row.dialog) {
     case FilterDialogKind::Common:

@@ -14,7 +14,8 @@
 
 namespace kestrune {
 
-CFilterPreview::CFilterPreview(FilterDialogData& dialogData, int nPane, std::function<void(const CRect& rc)> run, QWidget* pParent)
+CFilterPreview::CFilterPreview(FilterDialogData& dialogData, int nPane, std::function<void(const CRect& rc)> run,
+                               QWidget* pParent)
     : QWidget(pParent)
     , m_data(dialogData)
     , m_geometry({dialogData.bmpPreview.GetWidth(), dialogData.bmpPreview.GetHeight()}, nPane)
@@ -33,7 +34,8 @@ CFilterPreview::CFilterPreview(FilterDialogData& dialogData, int nPane, std::fun
         m_pPane->update();
     });
     connect(m_pPane, &CPreviewPane::DragEnded, this, [this] { StartTimer(c_nViewDelay); });
-    connect(m_pPane, &CPreviewPane::ZoomStep, this, [this](int nSteps) { Zoom(nSteps > 0 ? m_geometry.ZoomIn() : m_geometry.ZoomOut()); });
+    connect(m_pPane, &CPreviewPane::ZoomStep, this,
+            [this](int nSteps) { Zoom(nSteps > 0 ? m_geometry.ZoomIn() : m_geometry.ZoomOut()); });
 }
 
 void CFilterPreview::BuildControls()
@@ -69,10 +71,7 @@ void CFilterPreview::BuildControls()
     pColumn->addStretch(1);
 }
 
-void CFilterPreview::StartTimer(int nDelay)
-{
-    m_timer.start(nDelay);
-}
+void CFilterPreview::StartTimer(int nDelay) { m_timer.start(nDelay); }
 
 void CFilterPreview::OnTimer()
 {

@@ -6,8 +6,8 @@
 
 namespace kestrune {
 
-/// A histogram in bars of one pixel, its largest bar as high as the box. The bars stand under the values of a handle slider
-/// of the same width. Without counts it is a ramp from black to white.
+/// A histogram in bars of one pixel, its largest bar as high as the box. The bars stand under the values of a handle
+/// slider of the same width. Without counts it is a ramp from black to white.
 class CHistogramView : public QWidget {
     Q_OBJECT
 public:

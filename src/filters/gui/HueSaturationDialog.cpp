@@ -26,7 +26,8 @@ constexpr int c_nRanges = 7;
 
 } // namespace
 
-CHueSaturationDialog::CHueSaturationDialog(const FilterRow& row, CPaintImage& image, FilterDialogData& dialogData, QWidget* pParent)
+CHueSaturationDialog::CHueSaturationDialog(const FilterRow& row, CPaintImage& image, FilterDialogData& dialogData,
+                                           QWidget* pParent)
     : CFilterDialog(row, image, dialogData, pParent)
     , m_pRange(new QComboBox)
 {

@@ -40,10 +40,7 @@ constexpr EditRow c_aEdits[] = {
 };
 
 /// What single precision made of a number with two decimals, as that number.
-double Hundredths(float f)
-{
-    return std::round(static_cast<double>(f) * 100) / 100;
-}
+double Hundredths(float f) { return std::round(static_cast<double>(f) * 100) / 100; }
 
 } // namespace
 
@@ -131,10 +128,11 @@ void CLevelsDialog::ConnectControls()
     connect(m_pOutput, &CHandleSlider::HandleMoved, this, &CLevelsDialog::OnOutputMoved);
     for (int i = 0; i < EDIT_COUNT; i++) {
         connect(m_edits[i], &CNumEdit::ValueEdited, this, [this, i] { OnEdited(i); });
-        connect(m_edits[i], &QLineEdit::editingFinished, this, [this, i] { // the limited value, once nobody types any more
-            if (m_edits[i]->Verify() == NUM_OK)
-                m_edits[i]->SetValue(static_cast<float>(Channel().*c_aEdits[i].pValue));
-        });
+        connect(m_edits[i], &QLineEdit::editingFinished, this,
+                [this, i] { // the limited value, once nobody types any more
+                    if (m_edits[i]->Verify() == NUM_OK)
+                        m_edits[i]->SetValue(static_cast<float>(Channel().*c_aEdits[i].pValue));
+                });
     }
 }
 
@@ -199,7 +197,8 @@ void CLevelsDialog::ShowChannel(const CNumEdit* pExcept)
             m_edits[i]->SetValue(static_cast<float>(channel.*c_aEdits[i].pValue));
     m_pInput->SetEnds(static_cast<int>(channel.fBlack), static_cast<int>(channel.fWhite));
     m_pInput->SetGamma(channel.fGamma);
-    m_pOutput->SetEnds(static_cast<int>(std::min(channel.fOutBlack, channel.fOutWhite)), static_cast<int>(std::max(channel.fOutBlack, channel.fOutWhite)));
+    m_pOutput->SetEnds(static_cast<int>(std::min(channel.fOutBlack, channel.fOutWhite)),
+                       static_cast<int>(std::max(channel.fOutBlack, channel.fOutWhite)));
     m_pHistogram->SetCounts(m_histograms[static_cast<std::size_t>(m_pChannel->currentIndex())]);
 }
 

@@ -14,8 +14,9 @@ class CHistogramView;
 class CMultiSlider;
 class CNumEdit;
 
-/// Levels: black, gamma and white of the input below a histogram, black and white of the output below a ramp, for each channel.
-/// Keys: `Channel` (0 RGB, 1 red, 2 green, 3 blue), `Black` `Gamma` `White` `OutBlack` `OutWhite` of the channel chosen last.
+/// Levels: black, gamma and white of the input below a histogram, black and white of the output below a ramp, for each
+/// channel. Keys: `Channel` (0 RGB, 1 red, 2 green, 3 blue), `Black` `Gamma` `White` `OutBlack` `OutWhite` of the
+/// channel chosen last.
 class CLevelsDialog : public CFilterDialog {
     Q_OBJECT
 public:

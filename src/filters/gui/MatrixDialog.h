@@ -8,7 +8,8 @@ namespace kestrune {
 
 class CNumEdit;
 
-/// The user's own filter: 25 cells, a divisor and an offset. Keys: `Matrix` (25 numbers parted by commas), `Scale`, `Offset`.
+/// The user's own filter: 25 cells, a divisor and an offset. Keys: `Matrix` (25 numbers parted by commas), `Scale`,
+/// `Offset`.
 class CMatrixDialog : public CFilterDialog {
     Q_OBJECT
 public:

@@ -37,13 +37,14 @@ QImage DrawSource(const CPreviewGeometry& geometry, const LBitmapBase& bitmap, d
     const double fZoom = geometry.PaintScale() * fScale;
     // The corner of what is seen within the scaled picture; rounding must not leave a gap at its far edges.
     const auto corner = [fZoom](int nFrom, int nImage, int nLength) {
-        return std::max(0, std::min(static_cast<int>(std::lround(nFrom * fZoom)), static_cast<int>(nImage * fZoom) - nLength));
+        return std::max(
+            0, std::min(static_cast<int>(std::lround(nFrom * fZoom)), static_cast<int>(nImage * fZoom) - nLength));
     };
     const int x = corner(rcSource.left, bitmap.GetWidth(), image.width());
     const int y = corner(rcSource.top, bitmap.GetHeight(), image.height());
     image.fill(ThemeWorkspace());
-    ScaleToScreen(bitmap, fZoom, {x, y, x + image.width(), y + image.height()}, reinterpret_cast<std::uint32_t*>(image.bits()),
-                  image.bytesPerLine());
+    ScaleToScreen(bitmap, fZoom, {x, y, x + image.width(), y + image.height()},
+                  reinterpret_cast<std::uint32_t*>(image.bits()), image.bytesPerLine());
     return image;
 }
 
@@ -82,7 +83,9 @@ void CPreviewPane::paintEvent(QPaintEvent*)
     QImage image = DrawSource(m_geometry, m_bitmap, fScale);
     image.setDevicePixelRatio(fScale);
     const CRect& rc = m_geometry.DestRect();
-    painter.drawImage(QPoint(rc.left - CPreviewGeometry::c_nPaneLeft + c_nFrame, rc.top - CPreviewGeometry::c_nPaneTop + c_nFrame), image);
+    painter.drawImage(
+        QPoint(rc.left - CPreviewGeometry::c_nPaneLeft + c_nFrame, rc.top - CPreviewGeometry::c_nPaneTop + c_nFrame),
+        image);
 }
 
 void CPreviewPane::UpdateCursor(QPointF pt)
@@ -125,13 +128,24 @@ void CPreviewPane::keyPressEvent(QKeyEvent* pEvent)
 {
     CPoint by;
     switch (pEvent->key()) {
-    case Qt::Key_Left: by.x = c_nKeyStep; break;
-    case Qt::Key_Right: by.x = -c_nKeyStep; break;
-    case Qt::Key_Up: by.y = c_nKeyStep; break;
-    case Qt::Key_Down: by.y = -c_nKeyStep; break;
-    case Qt::Key_Plus: return Q_EMIT ZoomStep(1);
-    case Qt::Key_Minus: return Q_EMIT ZoomStep(-1);
-    default: return QWidget::keyPressEvent(pEvent);
+    case Qt::Key_Left:
+        by.x = c_nKeyStep;
+        break;
+    case Qt::Key_Right:
+        by.x = -c_nKeyStep;
+        break;
+    case Qt::Key_Up:
+        by.y = c_nKeyStep;
+        break;
+    case Qt::Key_Down:
+        by.y = -c_nKeyStep;
+        break;
+    case Qt::Key_Plus:
+        return Q_EMIT ZoomStep(1);
+    case Qt::Key_Minus:
+        return Q_EMIT ZoomStep(-1);
+    default:
+        return QWidget::keyPressEvent(pEvent);
     }
     const CRect& rc = m_geometry.DestRect();
     const CPoint from{(rc.left + rc.right) / 2, (rc.top + rc.bottom) / 2};

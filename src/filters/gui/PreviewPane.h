@@ -9,8 +9,8 @@ namespace kestrune {
 
 class LBitmapBase;
 
-/// The pane of a filter dialog: draws the part of a bitmap that the geometry names, and turns presses, moves and arrow keys into
-/// panning. It is 150 x 150 in a thin frame, at every screen scale in pixels of the screen.
+/// The pane of a filter dialog: draws the part of a bitmap that the geometry names, and turns presses, moves and arrow
+/// keys into panning. It is 150 x 150 in a thin frame, at every screen scale in pixels of the screen.
 class CPreviewPane : public QWidget {
     Q_OBJECT
 public:

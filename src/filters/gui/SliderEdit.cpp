@@ -60,7 +60,7 @@ CSliderEdit::CSliderEdit(const SliderRange& range, QObject* pParent)
     });
 }
 
-void CSliderEdit::AddTo(QGridLayout& grid, const QString& strLabel)
+void CSliderEdit::AddTo(QGridLayout& grid, const QString& strLabel, const QString& strUnit)
 {
     const int nRow = grid.rowCount();
     auto* pLabel = new QLabel(strLabel);
@@ -76,6 +76,8 @@ void CSliderEdit::AddTo(QGridLayout& grid, const QString& strLabel)
     grid.addWidget(pLabel, nRow, 0);
     grid.addWidget(m_pSlider, nRow, 1);
     grid.addWidget(WithSpin(m_pEdit), nRow, 2);
+    if (!strUnit.isEmpty())
+        grid.addWidget(new QLabel(strUnit), nRow, 3);
 }
 
 void CSliderEdit::SetValue(int nValue)
@@ -85,10 +87,7 @@ void CSliderEdit::SetValue(int nValue)
     ShowInEdit();
 }
 
-void CSliderEdit::ShowInEdit()
-{
-    m_pEdit->SetValue(static_cast<float>(m_nValue) / static_cast<float>(m_nFactor));
-}
+void CSliderEdit::ShowInEdit() { m_pEdit->SetValue(static_cast<float>(m_nValue) / static_cast<float>(m_nFactor)); }
 
 void CSliderEdit::OnSlider(int nPos)
 {
@@ -98,7 +97,8 @@ void CSliderEdit::OnSlider(int nPos)
 
 void CSliderEdit::OnEdited(float fValue)
 {
-    // A whole number is cut at its point; of a real one the nearest step counts, since single precision rarely meets it.
+    // A whole number is cut at its point; of a real one the nearest step counts, since single precision rarely meets
+    // it.
     const double fSteps = static_cast<double>(fValue) * m_nFactor;
     const int nValue = m_nFactor == 1 ? static_cast<int>(fSteps) : static_cast<int>(std::lround(fSteps));
     m_nValue = std::clamp(nValue, m_range.nEditMin, m_range.nEditMax);

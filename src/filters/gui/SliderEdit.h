@@ -21,15 +21,16 @@ struct SliderRange {
     int nDefault = 0; ///< where a double click on the slider goes
 };
 
-/// A slider and a number box that show one value: moving either updates the other. The edit's range decides: what the slider
-/// reaches beyond it becomes the nearest value inside, and a value that the slider cannot reach leaves it at its end.
+/// A slider and a number box that show one value: moving either updates the other. The edit's range decides: what the
+/// slider reaches beyond it becomes the nearest value inside, and a value that the slider cannot reach leaves it at its
+/// end.
 class CSliderEdit : public QObject {
     Q_OBJECT
 public:
     CSliderEdit(const SliderRange& range, QObject* pParent);
 
-    /// A row of label, slider and box, the last row of the grid so far. The label's mnemonic leads to the box.
-    void AddTo(QGridLayout& grid, const QString& strLabel);
+    /// A row of label, slider, box and unit, the last row of the grid so far. The label's mnemonic leads to the box.
+    void AddTo(QGridLayout& grid, const QString& strLabel, const QString& strUnit = {});
 
     int GetValue() const { return m_nValue; }
     /// Shows a value, limited to the edit's range; nobody is told.

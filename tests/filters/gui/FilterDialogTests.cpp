@@ -22,10 +22,7 @@ using namespace kestrune;
 
 namespace {
 
-QString Text(std::string_view text)
-{
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
+QString Text(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
 
 /// A filter's row with the keys that set its dialog, and the values that they mean.
 struct DialogCase {
@@ -42,7 +39,9 @@ DialogCase CommonCase(const FilterRow& row)
         const FilterParam& param = row.params[i];
         const int nValue = param.nEditMin + (param.nEditMax - param.nEditMin) * 3 / 4;
         result.values.an[i] = nValue;
-        result.keys.emplace_back(Text(param.strKey), param.nDecimals == 2 ? QString::number(nValue / 100.0, 'f', 2) : QString::number(nValue));
+        result.keys.emplace_back(Text(param.strKey),
+                                 param.nDecimals == 2 ? QString::number(nValue / 100.0, 'f', 2)
+                                                      : QString::number(nValue));
     }
     if (row.dialog == FilterDialogKind::Colourize) {
         result.keys.emplace_back("Color", "200,100,50");
@@ -69,20 +68,35 @@ DialogCase SpecialCase(const FilterRow& row)
         expected.adLightness[0] = 10;
         expected.adHue[5] = -170;
         expected.adSaturation[2] = 60;
-        return {&row, {{"Hue", "20"}, {"Saturation", "-30"}, {"Lightness", "10"}, {"Range", "5"}, {"Hue", "-170"}, {"Range", "2"}, {"Saturation", "60"}}, WithExtra(expected)};
+        return {&row,
+                {{"Hue", "20"},
+                 {"Saturation", "-30"},
+                 {"Lightness", "10"},
+                 {"Range", "5"},
+                 {"Hue", "-170"},
+                 {"Range", "2"},
+                 {"Saturation", "60"}},
+                WithExtra(expected)};
     }
     case FilterDialogKind::ColorBalance: {
         ColorBalanceValues expected;
         expected.anDelta = {{{0, 0, 90}, {-40, 0, 0}, {0, 35, 0}}};
         expected.bLuminosity = true;
-        return {&row, {{"Red", "-40"}, {"Range", "0"}, {"Blue", "90"}, {"Range", "2"}, {"Green", "35"}, {"Luminosity", "1"}}, WithExtra(expected)};
+        return {&row,
+                {{"Red", "-40"}, {"Range", "0"}, {"Blue", "90"}, {"Range", "2"}, {"Green", "35"}, {"Luminosity", "1"}},
+                WithExtra(expected)};
     }
     case FilterDialogKind::Levels: {
         LevelsValues expected;
         expected.channels[0] = {20, 1.5, 200, 0, 255};
         expected.channels[3] = {0, 1, 255, 240, 12.5};
         return {&row,
-                {{"Black", "20"}, {"Gamma", "1.5"}, {"White", "200"}, {"Channel", "3"}, {"OutBlack", "240"}, {"OutWhite", "12.5"}},
+                {{"Black", "20"},
+                 {"Gamma", "1.5"},
+                 {"White", "200"},
+                 {"Channel", "3"},
+                 {"OutBlack", "240"},
+                 {"OutWhite", "12.5"}},
                 WithExtra(expected)};
     }
     case FilterDialogKind::Curves: {
@@ -94,14 +108,20 @@ DialogCase SpecialCase(const FilterRow& row)
         RebuildCurve(expected, 2);
         expected.points[2][CurveSlot(200)] = {200, 255};
         RebuildCurve(expected, 2);
-        return {&row, {{"Channel", "0"}, {"Points", "100:180"}, {"Channel", "2"}, {"Points", "50:10,200:255"}}, WithExtra(expected)};
+        return {&row,
+                {{"Channel", "0"}, {"Points", "100:180"}, {"Channel", "2"}, {"Points", "50:10,200:255"}},
+                WithExtra(expected)};
     }
     case FilterDialogKind::Matrix: {
         MatrixValues expected;
         expected.anMatrix = {0, 0, 0, 0, 0, 0, -1, -1, -1, 0, 0, -1, 12, -1, 0, 0, -1, -1, -1, 0, 0, 0, 0, 0, 999};
         expected.nScale = 4;
         expected.nOffset = -17;
-        return {&row, {{"Matrix", "0,0,0,0,0,0,-1,-1,-1,0,0,-1,12,-1,0,0,-1,-1,-1,0,0,0,0,0,999"}, {"Scale", "4"}, {"Offset", "-17"}}, WithExtra(expected)};
+        return {&row,
+                {{"Matrix", "0,0,0,0,0,0,-1,-1,-1,0,0,-1,12,-1,0,0,-1,-1,-1,0,0,0,0,0,999"},
+                 {"Scale", "4"},
+                 {"Offset", "-17"}},
+                WithExtra(expected)};
     }
     default:
         return CommonCase(row);
@@ -155,7 +175,8 @@ void ExpectDialogDoesItsOperation(const FilterRow& row, CPaintImage& image, CPai
     EXPECT_EQ(HistoryRows(image).back().name, FindUndoKind(row.nUndoKind).name);
     for (std::size_t i = 0; i < row.params.size() && !row.strSection.empty(); i++) {
         const FilterParam& param = row.params[i];
-        EXPECT_EQ(profile.FindInt(std::string(row.strSection), std::string(param.strKey)), test.values.an[i] * param.nStoredFactor);
+        EXPECT_EQ(profile.FindInt(std::string(row.strSection), std::string(param.strKey)),
+                  test.values.an[i] * param.nStoredFactor);
     }
     if (row.strSection.empty()) {
         EXPECT_TRUE(profile.Values().empty());
@@ -199,7 +220,9 @@ TEST(FilterDialogs, CancelLeavesPictureHistoryAndSettings)
         CPaintDialog::SetDriver([&](CPaintDialog& dialog) {
             for (const auto& [strKey, strValue] : keys)
                 EXPECT_EQ(dialog.SetKey(strKey, strValue), std::nullopt) << strKey.toStdString();
-            dynamic_cast<CFilterDialog&>(dialog).Preview().OnTimer(); // a preview ran before the user thought better of it
+            dynamic_cast<CFilterDialog&>(dialog)
+                .Preview()
+                .OnTimer(); // a preview ran before the user thought better of it
             dialog.reject();
             return dialog.result();
         });
@@ -229,7 +252,8 @@ TEST(FilterDialogs, ValuesAreThereAgainAtTheNextOpening)
             OnFilterDialogCommand(pImage.get(), pRow->nCommand, dialogs);
         }
         for (std::size_t i = 0; i < pRow->params.size(); i++)
-            EXPECT_EQ(LoadFilterValues(*pRow, profile).an[i], pRow->strSection.empty() ? pRow->params[i].nDefault : test.values.an[i]);
+            EXPECT_EQ(LoadFilterValues(*pRow, profile).an[i],
+                      pRow->strSection.empty() ? pRow->params[i].nDefault : test.values.an[i]);
     }
 }
 
@@ -243,9 +267,11 @@ TEST(FilterDialogs, WhatAControlRefusesChangesNothing)
         const FilterValues before = opened.data.values;
         for (const FilterParam& param : pRow->params) {
             const double fFactor = param.nDecimals == 2 ? 100 : 1;
-            for (const QString& strBad : {QString::number((param.nEditMin - 1) / fFactor), QString::number((param.nEditMax + 1) / fFactor),
-                                          QStringLiteral("abc"), QString(), QStringLiteral("1/0")})
-                EXPECT_NE(opened.pDialog->SetKey(Text(param.strKey), strBad), std::nullopt) << param.strKey << " " << strBad.toStdString();
+            for (const QString& strBad :
+                 {QString::number((param.nEditMin - 1) / fFactor), QString::number((param.nEditMax + 1) / fFactor),
+                  QStringLiteral("abc"), QString(), QStringLiteral("1/0")})
+                EXPECT_NE(opened.pDialog->SetKey(Text(param.strKey), strBad), std::nullopt)
+                    << param.strKey << " " << strBad.toStdString();
         }
         EXPECT_EQ(opened.data.values.an, before.an);
         EXPECT_NE(opened.pDialog->SetKey("Nonsense", "1"), std::nullopt);
@@ -257,9 +283,20 @@ TEST(FilterDialogs, WhatAControlRefusesChangesNothing)
         const char* pszKey;
         const char* pszValue;
     };
-    for (const Bad& bad : {Bad{30026, "Points", "256:0"}, {30026, "Points", "1:2,3"}, {30026, "Channel", "4"}, {30045, "Matrix", "1,2,3"},
-                           {30045, "Scale", "0"}, {30045, "Offset", "10000"}, {30028, "Range", "7"}, {30028, "Hue", "181"}, {30035, "Range", "3"},
-                           {30035, "Luminosity", "2"}, {30030, "Color", "1,2"}, {30030, "Color", "1,2,256"}, {30025, "Gamma", "0.09"}, {30025, "Black", "256"}}) {
+    for (const Bad& bad : {Bad{30026, "Points", "256:0"},
+                           {30026, "Points", "1:2,3"},
+                           {30026, "Channel", "4"},
+                           {30045, "Matrix", "1,2,3"},
+                           {30045, "Scale", "0"},
+                           {30045, "Offset", "10000"},
+                           {30028, "Range", "7"},
+                           {30028, "Hue", "181"},
+                           {30035, "Range", "3"},
+                           {30035, "Luminosity", "2"},
+                           {30030, "Color", "1,2"},
+                           {30030, "Color", "1,2,256"},
+                           {30025, "Gamma", "0.09"},
+                           {30025, "Black", "256"}}) {
         Opened opened(*FindFilter(bad.nCommand), *pImage, profile);
         EXPECT_NE(opened.pDialog->SetKey(bad.pszKey, bad.pszValue), std::nullopt) << bad.nCommand << " " << bad.pszKey;
     }
@@ -329,10 +366,12 @@ TEST(FilterDialogs, ControlsHaveNamesTipsAndMnemonicsOfTheirOwn)
             }
             if (pWidget->focusPolicy() == Qt::NoFocus || !pWidget->isVisible() || pWidget->focusProxy())
                 continue;
-            EXPECT_FALSE(pWidget->accessibleName().isEmpty() && strText.isEmpty()) << pWidget->metaObject()->className();
+            EXPECT_FALSE(pWidget->accessibleName().isEmpty() && strText.isEmpty())
+                << pWidget->metaObject()->className();
             if (!strText.isEmpty() && qobject_cast<const QPushButton*>(pWidget) && pWidget->toolTip().isEmpty())
                 continue; // OK and Cancel
-            EXPECT_FALSE(pWidget->toolTip().isEmpty()) << pWidget->metaObject()->className() << " " << strText.toStdString();
+            EXPECT_FALSE(pWidget->toolTip().isEmpty())
+                << pWidget->metaObject()->className() << " " << strText.toStdString();
         }
     }
 }
@@ -342,7 +381,8 @@ TEST(FilterDialogs, CommandsAreGreyWithoutAPictureOrAnOperation)
     CCommandTarget target;
     CMemoryProfile profile;
     std::unique_ptr<CPaintImage> pImage;
-    RegisterFilterCommands(target, [&] { return pImage.get(); }, profile, nullptr);
+    RegisterFilterCommands(
+        target, [&] { return pImage.get(); }, profile, nullptr);
     const auto isEnabled = [&](int nId) {
         CommandState state;
         return target.UpdateCommand(nId, state) && state.bEnabled;
@@ -353,7 +393,8 @@ TEST(FilterDialogs, CommandsAreGreyWithoutAPictureOrAnOperation)
     LBitmapBase before;
     before.Copy(pImage->m_Bitmap);
     for (const FilterRow& row : FilterTable())
-        EXPECT_EQ(isEnabled(row.nCommand), row.operation != nullptr && row.handler != FilterHandler::Own) << row.nCommand;
+        EXPECT_EQ(isEnabled(row.nCommand), row.operation != nullptr && row.handler != FilterHandler::Own)
+            << row.nCommand;
     for (const int nId : {30041, 30048, 30049, 30106, 30107, 30111, 30113, 30114, 30115, 30117, 30118, 30036, 30077}) {
         EXPECT_TRUE(isEnabled(nId)) << nId;
         EXPECT_TRUE(target.RunCommand(nId));

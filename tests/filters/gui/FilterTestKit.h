@@ -48,7 +48,8 @@ inline void SelectRect(CPaintImage& image, const CRect& rc)
     const CRect rcSeen = Intersect(rc, {0, 0, image.m_nWidth, image.m_nHeight});
     for (int y = rcSeen.top; y < rcSeen.bottom; y++)
         for (int x = rcSeen.left; x < rcSeen.right; x++)
-            image.m_pMask[static_cast<std::size_t>(y) * image.m_nWidth + x] = static_cast<std::uint8_t>((x - rc.left) * 255 / rc.Width());
+            image.m_pMask[static_cast<std::size_t>(y) * image.m_nWidth + x]
+                = static_cast<std::uint8_t>((x - rc.left) * 255 / rc.Width());
     image.InvalidateMaskBounds();
     image.m_nFloatX = rc.left;
     image.m_nFloatY = rc.top;

@@ -1,4 +1,5 @@
-// Grabs every filter dialog with its preview for a person to look at: KESTRUNE_SHOTS names the folder, KESTRUNE_SHOTS_THEME may be "dark".
+// Grabs every filter dialog with its preview for a person to look at: KESTRUNE_SHOTS names the folder,
+// KESTRUNE_SHOTS_THEME may be "dark".
 
 #include "FilterTestKit.h"
 
