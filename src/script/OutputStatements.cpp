@@ -43,6 +43,18 @@ Bytes EncodePpm(const LBitmapBase& bitmap)
     return bytes;
 }
 
+/// A mask as a binary PGM; without bytes it is all 0.
+Bytes EncodePgm(CSize size, const std::uint8_t* pMask)
+{
+    const std::string strHead = "P5\n" + std::to_string(size.cx) + " " + std::to_string(size.cy) + "\n255\n";
+    const std::size_t nBytes = static_cast<std::size_t>(size.cx) * size.cy;
+    Bytes bytes(strHead.size() + nBytes);
+    std::uint8_t* pOut = std::copy(strHead.begin(), strHead.end(), bytes.data());
+    if (pMask)
+        std::copy_n(pMask, nBytes, pOut);
+    return bytes;
+}
+
 StatementResult PrintSize(CScriptContext& context, const QStringList&)
 {
     const CPaintImage* pImage = context.Image();
@@ -137,8 +149,8 @@ StatementResult PrintTitle(CScriptContext& context, const QStringList&)
 /// What `print` can tell; the words count after its name.
 constexpr StatementRow c_aItems[] = {
     {"size", 0, 0, PrintSize},       {"mode", 0, 0, PrintMode},   {"depth", 0, 0, PrintDepth},
-    {"colors", 0, 0, PrintColors},   {"pixel", 2, 2, PrintPixel}, {"bounds", 0, 0, nullptr},
-    {"boundary", 0, 0, nullptr},     {"float", 0, 0, nullptr},    {"history", 0, 0, PrintHistory},
+    {"colors", 0, 0, PrintColors},   {"pixel", 2, 2, PrintPixel}, {"bounds", 0, 0, PrintBounds},
+    {"boundary", 0, 0, PrintBoundary},     {"float", 0, 0, PrintFloat},    {"history", 0, 0, PrintHistory},
     {"command", 1, 1, PrintCommand}, {"tool", 0, 0, PrintTool},   {"setting", 2, 2, PrintSetting},
     {"title", 0, 0, PrintTitle},
 };
@@ -161,14 +173,23 @@ StatementResult Print(CScriptContext& context, const QStringList& words)
 
 StatementResult Dump(CScriptContext& context, const QStringList& words)
 {
-    if (words[0] == u"float" || words[0] == u"mask" || words[0] == u"floatmask")
-        return QStringLiteral("not yet available: dump %1").arg(words[0]);
-    if (words[0] != u"image" && words[0] != u"base")
+    const bool bPixels = words[0] == u"image" || words[0] == u"base" || words[0] == u"float";
+    if (!bPixels && words[0] != u"mask" && words[0] != u"floatmask")
         return QStringLiteral("nothing to dump is named \"%1\"").arg(words[0]);
     const CPaintImage* pImage = context.Image();
     if (!pImage)
         return NoDocument();
-    return WriteOut(words[1], EncodePpm(words[0] == u"image" ? pImage->m_Bitmap : pImage->m_BaseBitmap));
+    if (words[0] == u"float" && !pImage->m_FloatBitmap.IsAllocated())
+        return QStringLiteral("there is no float");
+    if (bPixels)
+        return WriteOut(words[1], EncodePpm(words[0] == u"image"  ? pImage->m_Bitmap
+                                            : words[0] == u"base" ? pImage->m_BaseBitmap
+                                                                  : pImage->m_FloatBitmap));
+    if (words[0] == u"floatmask" && pImage->m_pFloatMask)
+        return WriteOut(words[1], EncodePgm({pImage->m_FloatBitmap.GetWidth(), pImage->m_FloatBitmap.GetHeight()}, pImage->m_pFloatMask.get()));
+    // The memory of a mask that is known to be empty may never have been written.
+    const bool bWritten = words[0] == u"mask" && !(pImage->m_bMaskBoundsValid && pImage->m_bMaskEmpty);
+    return WriteOut(words[1], EncodePgm({pImage->m_nWidth, pImage->m_nHeight}, bWritten ? pImage->m_pMask.get() : nullptr));
 }
 
 StatementResult Screenshot(CScriptContext& context, const QStringList& words)

@@ -90,6 +90,10 @@ StatementResult Redo(CScriptContext& context, const QStringList& words);
 StatementResult History(CScriptContext& context, const QStringList& words);
 StatementResult PrintHistory(CScriptContext& context, const QStringList& words);
 
+StatementResult PrintBounds(CScriptContext& context, const QStringList& words);
+StatementResult PrintBoundary(CScriptContext& context, const QStringList& words);
+StatementResult PrintFloat(CScriptContext& context, const QStringList& words);
+
 StatementResult Dump(CScriptContext& context, const QStringList& words);
 StatementResult Print(CScriptContext& context, const QStringList& words);
 StatementResult Screenshot(CScriptContext& context, const QStringList& words);

@@ -9,6 +9,7 @@
 #include "undo/UndoStack.h"
 
 #include <cstring>
+#include <vector>
 
 namespace kestrune {
 
@@ -25,6 +26,26 @@ CRect MaskBoundsOf(CPaintImage& image)
     CRect rc;
     image.GetMaskBounds(rc.left, rc.top, rc.right, rc.bottom);
     return rc;
+}
+
+void ClearPart(const MaskPlane& mask, const CRect& rc)
+{
+    for (int y = rc.top; y < rc.bottom; y++)
+        std::memset(mask.Row(y) + rc.left, 0, rc.Width());
+}
+
+/// Combines a shape that covers a part of the mask; elsewhere it is 0. `rcOld` holds all of the mask that is not 0.
+void CombinePart(const MaskPlane& mask, const CRect& rcOld, const MaskPlane& shape, const CRect& rcPart, SelectMode mode)
+{
+    if (mode == SelectMode::New)
+        ClearPart(mask, rcOld);
+    if (mode == SelectMode::Intersect)
+        for (const CRect& rc : {CRect{rcOld.left, rcOld.top, rcOld.right, rcPart.top}, {rcOld.left, rcPart.bottom, rcOld.right, rcOld.bottom},
+                                {rcOld.left, rcOld.top, rcPart.left, rcOld.bottom}, {rcPart.right, rcOld.top, rcOld.right, rcOld.bottom}})
+            if (const CRect rcOutside = Intersect(rc, rcOld); !rcOutside.IsEmpty())
+                ClearPart(mask, rcOutside);
+    for (int y = rcPart.top; y < rcPart.bottom; y++)
+        CombineMask({mask.Row(y) + rcPart.left, rcPart.Width(), 1}, shape.Row(y - rcPart.top), mode);
 }
 
 } // namespace
@@ -147,6 +168,31 @@ void ShrinkSelection(CPaintImage& image, int nRadius)
 {
     PushMask(image, UNDO_SELECT_SHRINK);
     ShrinkMask(MaskOf(image), nRadius);
+    FinishSelection(image);
+}
+
+void SelectShape(CPaintImage& image, const CRect& rcShape, const ShapeDrawer& draw, const SelectShapeParams& params)
+{
+    const CRect rcPicture{0, 0, image.m_nWidth, image.m_nHeight};
+    const bool bTurned = params.bColumns && params.nFeather == 0;
+    const int n = params.nFeather > 0 ? FeatherCurve(params.nFeather, FeatherTaps::WithoutLast).nHalf : 0;
+    CRect rcPart = Intersect({rcShape.left - n, rcShape.top - n, rcShape.right + n, rcShape.bottom + n}, rcPicture);
+    if (bTurned)
+        rcPart = rcPicture;
+    std::vector<std::uint8_t> bytes(static_cast<std::size_t>(rcPart.Width()) * rcPart.Height());
+    const MaskPlane shape{bytes.data(), rcPart.Width(), rcPart.Height()};
+    draw(shape, rcPart);
+    std::vector<std::uint8_t> turned(bTurned ? bytes.size() : 0);
+    if (bTurned)
+        ColumnsReadAsRows(shape, turned.data());
+    else
+        FeatherMask(shape, params.nFeather, FeatherTaps::WithoutLast);
+
+    CRect rcOld;
+    if (!image.GetMaskBounds(rcOld.left, rcOld.top, rcOld.right, rcOld.bottom))
+        rcOld = {};
+    PushMask(image, params.nKind);
+    CombinePart(MaskOf(image), rcOld, bTurned ? MaskPlane{turned.data(), shape.nWidth, shape.nHeight} : shape, rcPart, params.mode);
     FinishSelection(image);
 }
 

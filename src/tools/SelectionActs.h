@@ -4,6 +4,7 @@
 #include "selection/MaskPlane.h"
 
 #include <cstdint>
+#include <functional>
 
 // What changes the selection of a picture as a whole. The functions above the line are the parts that every act on selection and
 // float is made of; those below it are the commands of the Select menu without their dialogs, each with its record.
@@ -44,5 +45,24 @@ void GrowSelection(CPaintImage& image, int nRadius);   ///< kind 18
 void ShrinkSelection(CPaintImage& image, int nRadius); ///< kind 19
 /// Moves the mask, not the pixels; what leaves the picture is lost. The caller ends the act with `FinishSelection`.
 void MoveSelectionMask(CPaintImage& image, int dx, int dy); ///< kind 20
+
+// ---------------------------------------------------------------------------------------------------------------------------
+
+/// How a shape becomes part of the selection.
+struct SelectShapeParams {
+    SelectMode mode = SelectMode::New;
+    int nFeather = 0; ///< pixels, 0..250
+    std::uint32_t nKind = 0;
+    /// Rectangles and ellipses are written column by column, which the feather puts right again. Without a feather they come out
+    /// mirrored on the picture's main diagonal: pictures made with feather 0 depend on it.
+    bool bColumns = false;
+};
+
+/// Draws a shape into a plane of zeros that stands for a part of the picture, whose place is given.
+using ShapeDrawer = std::function<void(const MaskPlane& plane, const CRect& rcPart)>;
+
+/// The whole act of a selection tool: record, shape, feather, combination with the mask, new float. `rcShape` holds all of the shape; only
+/// that part, with room for the feather, is drawn and blurred.
+void SelectShape(CPaintImage& image, const CRect& rcShape, const ShapeDrawer& draw, const SelectShapeParams& params);
 
 } // namespace kestrune

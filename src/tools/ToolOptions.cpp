@@ -92,6 +92,7 @@ constexpr std::array<int, c_nOptions> Defaults()
 }
 
 std::array<int, c_nOptions> g_aValues = Defaults();
+std::array<bool, c_nOptions> g_abHeld{};
 
 std::function<void(ToolOption)>& Listener()
 {
@@ -127,6 +128,18 @@ void SetToolOption(ToolOption option, int nValue)
         Listener()(option);
 }
 
+void HoldToolOption(ToolOption option, int nValue)
+{
+    g_abHeld[static_cast<std::size_t>(option)] = true;
+    SetToolOption(option, nValue);
+}
+
+void LetGoToolOption(ToolOption option, int nValue)
+{
+    g_abHeld[static_cast<std::size_t>(option)] = false;
+    SetToolOption(option, nValue);
+}
+
 void SetToolOptionListener(std::function<void(ToolOption)> listener)
 {
     Listener() = std::move(listener);
@@ -143,7 +156,8 @@ void SaveToolOptions(CProfile& profile)
 {
     for (const ToolOptionRow& row : c_aOptions)
         if (row.bKept)
-            profile.WriteInt(std::string(row.strSection), std::string(row.strKey), GetToolOption(row.option));
+            profile.WriteInt(std::string(row.strSection), std::string(row.strKey),
+                             g_abHeld[static_cast<std::size_t>(row.option)] ? row.nDefault : GetToolOption(row.option));
 }
 
 } // namespace kestrune

@@ -48,6 +48,11 @@ const ToolOptionRow* FindToolOption(std::string_view strSection, std::string_vie
 int GetToolOption(ToolOption option);
 /// Stores a value, limited to its range, and tells the listener when it changed.
 void SetToolOption(ToolOption option, int nValue);
+/// A value for as long as a key is held. The settings that are kept don't hear of it: who quits with the key still down finds the
+/// value again that letting it go brings.
+void HoldToolOption(ToolOption option, int nValue);
+/// The key is let go: the option takes this value.
+void LetGoToolOption(ToolOption option, int nValue);
 /// The option bars: called after each change, whoever made it. One listener; an empty function removes it.
 void SetToolOptionListener(std::function<void(ToolOption)> listener);
 

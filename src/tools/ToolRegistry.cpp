@@ -6,11 +6,14 @@
 #include "tools/BurnTool.h"
 #include "tools/CropTool.h"
 #include "tools/DodgeTool.h"
+#include "tools/EllipseSelectTool.h"
 #include "tools/EraserTool.h"
 #include "tools/FreeTransformTool.h"
 #include "tools/HandTool.h"
+#include "tools/MagicWandTool.h"
 #include "tools/MoveTool.h"
 #include "tools/PencilTool.h"
+#include "tools/PolygonSelectTool.h"
 #include "tools/RotateTool.h"
 #include "tools/ScaleTool.h"
 #include "tools/SharpenTool.h"
@@ -39,12 +42,12 @@ std::list<CPaintTool*>& List()
 /// The one object of each tool; the order of the members is the order of the registry. A tool without a class of its own
 /// yet is the base class, which takes the mouse and does nothing.
 struct AllTools {
-    CPaintTool rectSelect{TOOL_RECT_SELECT};
-    CPaintTool ellipseSelect{TOOL_ELLIPSE_SELECT};
-    CPaintTool freeSelect{TOOL_FREE_SELECT};
-    CPaintTool polygonSelect{TOOL_POLYGON_SELECT};
+    CRectSelectTool rectSelect{TOOL_RECT_SELECT};
+    CEllipseSelectTool ellipseSelect{TOOL_ELLIPSE_SELECT};
+    CFreeSelectTool freeSelect{TOOL_FREE_SELECT};
+    CPolygonSelectTool polygonSelect{TOOL_POLYGON_SELECT};
     CMoveTool move{TOOL_MOVE};
-    CPaintTool magicWand{TOOL_MAGIC_WAND};
+    CMagicWandTool magicWand{TOOL_MAGIC_WAND};
     CCropTool crop{TOOL_CROP};
     CPencilTool pencil{TOOL_PENCIL};
     CBrushTool brush{TOOL_BRUSH};

@@ -63,6 +63,8 @@ public:
     /// The selection's moving outline rests while the picture moves under it.
     virtual void StopOutline() = 0;
     virtual void StartOutline() = 0;
+    /// Shows the selection's outline that far (client pixels) from where the mask is, while a drag moves it.
+    virtual void OffsetOutline(CPoint) {}
 };
 
 /// The view that has the keyboard; null without one. Operations of a tool that are not told a view (keys, activation) ask here.

@@ -1,6 +1,8 @@
 #include "view/PaintView.h"
 
+#include "selection/gui/SelectionOutline.h"
 #include "tools/ToolCommands.h"
+#include "tools/gui/SelectCommands.h"
 #include "undo/UndoStack.h"
 #include "view/DocumentViews.h"
 #include "view/PictureCommands.h"
@@ -28,6 +30,7 @@ CPaintView::CPaintView(CPaintDoc& doc, CViewHost& host, QWidget* pParent)
     , m_doc(doc)
     , m_host(host)
     , m_pViews(CDocumentViews::Of(doc))
+    , m_pOutline(std::make_unique<CSelectionOutline>())
 {
     // Diagonal stripes, hardly darker than the base grey: they tell the surroundings from a grey picture and don't call the eye.
     QImage hatch(8, 8, QImage::Format_RGB32);
@@ -79,6 +82,7 @@ void CPaintView::RegisterCommands()
     add(57607, [this] { RunPrint(*this); });
     add(57609, [this] { RunPrintPreview(*this); });
     RegisterPictureCommands(*this);
+    RegisterSelectCommands(*this, [this] { return GetImage(); }, this);
     RegisterToolCommands(
         *this, [this] { return GetImage(); },
         [this](const ToolRow& row, int nCommand) { m_host.ShowToolBars(row, nCommand); });
@@ -202,6 +206,7 @@ void CPaintView::OnActivateView(bool bActivate)
         RefreshOverlay();
     } else {
         ReleaseSpace();
+        LetGoOfKeys();
         SetOverlay({}); // the tool may change before the view comes back
         if (g_pActiveToolView == this)
             g_pActiveToolView = nullptr;

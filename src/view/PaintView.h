@@ -10,6 +10,7 @@
 #include <QBrush>
 #include <QHash>
 #include <QRegion>
+#include <QSet>
 
 #include <memory>
 
@@ -19,6 +20,7 @@ namespace kestrune {
 
 class CDocumentViews;
 class CPaintTool;
+class CSelectionOutline;
 
 /// Hints of `UpdateAllViews`.
 enum UpdateHint { HINT_NONE = 0, HINT_ZOOM = 1025 };
@@ -86,8 +88,9 @@ public:
     void SetOverlay(ToolOverlay overlay) override;
     void StartTimer(int nTimer, int nMilliseconds) override;
     void KillTimer(int nTimer) override;
-    void StopOutline() override {}  // nothing is drawn around a selection yet
-    void StartOutline() override {}
+    void StopOutline() override;
+    void StartOutline() override;
+    void OffsetOutline(CPoint ptOffset) override;
 
 protected:
     void paintEvent(QPaintEvent* pEvent) override;
@@ -122,6 +125,12 @@ private:
     void RefreshOverlay();
     void DrawRect(QPainter& painter, const CRect& rcDirty);
     void DrawOverlay(QPainter& painter);
+    void FollowOutline();
+    void DrawOutline(QPainter& painter, const CRect& rcDirty);
+    QRegion OutlineRegion() const;
+    void OnOutlineTimer(int nTimer);
+    void StopOutlineTimer();
+    void LetGoOfKeys();
     CPaintTool* EventTool() const;
     void ZoomAtPointer(bool bIn, CPoint pt);
     void UpdateCursor(CPoint pt);
@@ -144,6 +153,11 @@ private:
     int m_nPrevTool = 0;      ///< the tool to return to then
     bool m_bCapture = false;
     ToolOverlay m_overlay;
+    std::unique_ptr<CSelectionOutline> m_pOutline;
+    CPoint m_ptOutlineOffset;     ///< how far a drag has moved it
+    bool m_bOutlineTimer = false; ///< it marches
+    bool m_bOutlineStep = false;  ///< a painting of nothing but its next phase
+    QSet<int> m_heldKeys;         ///< keys whose release a tool has not seen yet
     QHash<int, int> m_mapTimers; ///< the toolkit's timer number to the tool's
     QPointF m_ptWheelRest;       ///< what is left of wheel turns smaller than a step
 };

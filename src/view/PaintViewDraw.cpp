@@ -31,11 +31,16 @@ void CPaintView::paintEvent(QPaintEvent* pEvent)
     UseDevicePixels(painter);
     const double fScale = ClientScale();
     const auto draw = [&](const QRect& rc) {
-        DrawRect(painter, {static_cast<int>(std::floor(rc.left() * fScale)), static_cast<int>(std::floor(rc.top() * fScale)),
-                           static_cast<int>(std::ceil((rc.right() + 1) * fScale)), static_cast<int>(std::ceil((rc.bottom() + 1) * fScale))});
+        const CRect rcDirty{static_cast<int>(std::floor(rc.left() * fScale)), static_cast<int>(std::floor(rc.top() * fScale)),
+                            static_cast<int>(std::ceil((rc.right() + 1) * fScale)), static_cast<int>(std::ceil((rc.bottom() + 1) * fScale))};
+        if (!m_bOutlineStep)
+            DrawRect(painter, rcDirty);
+        DrawOutline(painter, rcDirty);
     };
     const QRegion& region = pEvent->region();
-    if (region.rectCount() > c_nMostRects)
+    if (!m_bOutlineStep)
+        FollowOutline();
+    if (region.rectCount() > c_nMostRects && !m_bOutlineStep)
         draw(region.boundingRect());
     else
         for (const QRect& rc : region)

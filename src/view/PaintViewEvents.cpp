@@ -221,6 +221,8 @@ void CPaintView::keyPressEvent(QKeyEvent* pEvent)
         QAbstractScrollArea::keyPressEvent(pEvent);
         return;
     }
+    if (nKey)
+        m_heldKeys.insert(nKey);
     if (nKey && EventTool()->OnKeyDown(nKey, 1, FlagsOf(QApplication::mouseButtons(), pEvent->modifiers())))
         return;
     if (nKey == VK_HOME || nKey == VK_END) {
@@ -235,6 +237,7 @@ void CPaintView::keyReleaseEvent(QKeyEvent* pEvent)
 {
     const int nKey = VirtualKeyOf(pEvent->key());
     if (!pEvent->isAutoRepeat() && GetImage()) { // a held key that repeats has not been let go
+        m_heldKeys.remove(nKey);
         if (nKey == VK_SPACE)
             ReleaseSpace();
         if (CPaintTool* pTool = EventTool(); pTool && nKey)
@@ -264,9 +267,18 @@ void CPaintView::ReleaseSpace()
     RefreshCursor();
 }
 
+/// A key that is still down when the keyboard goes elsewhere (Control, when its shortcut opened a dialog) counts as let go.
+void CPaintView::LetGoOfKeys()
+{
+    for (const int nKey : std::exchange(m_heldKeys, {}))
+        if (CPaintTool* pTool = EventTool())
+            pTool->OnKeyUp(nKey, 1, 0);
+}
+
 void CPaintView::focusOutEvent(QFocusEvent* pEvent)
 {
     ReleaseSpace(); // its release would go to another window
+    LetGoOfKeys();
     QAbstractScrollArea::focusOutEvent(pEvent);
 }
 
@@ -297,6 +309,7 @@ void CPaintView::timerEvent(QTimerEvent* pEvent)
     const int nTimer = it.value(); // the tool may kill it
     if (CPaintTool* pTool = EventTool(); pTool && GetImage())
         pTool->OnTimer(*this, nTimer);
+    OnOutlineTimer(nTimer);
 }
 
 void CPaintView::dragEnterEvent(QDragEnterEvent* pEvent)
