@@ -72,8 +72,8 @@ Brushes Natural()
 {
     Brushes brushes;
     for (const int nSide : {13, 25, 41, 67}) {
-        brushes.push_back(Spaced(Chalk(nSide), 12));
-        brushes.push_back(Spaced(Charcoal(nSide + 6), 8));
+        brushes.push_back(Spaced(Chalk(nSide), 20));
+        brushes.push_back(Spaced(Charcoal(nSide + 6), 15));
         brushes.push_back(Spaced(Bristles(nSide), 4));
         brushes.push_back(Spaced(DryBrush(nSide + 10), 4));
         brushes.push_back(Spaced(Pastel(nSide + 4), 6));

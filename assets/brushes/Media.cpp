@@ -44,7 +44,7 @@ BrushEntry Chalk(int nSide)
     canvas.Scale([=](int x, int y) {
         const double dEdge = std::hypot(x + 0.5 - nSide / 2.0, y + 0.5 - nSide / 2.0) / (nSide / 2.0);
         const double dGrain = 0.55 * Noise(x / 1.6, y / 1.6, nSeed + 1) + 0.45 * Noise(x * 0.9, y * 0.9, nSeed + 2);
-        return Ramp(0.22 + 0.26 * dEdge * dEdge, 0.66 + 0.18 * dEdge * dEdge, dGrain);
+        return Ramp(0.46 + 0.14 * dEdge * dEdge, 0.78 + 0.1 * dEdge * dEdge, dGrain);
     });
     return canvas.Entry();
 }
@@ -60,7 +60,7 @@ BrushEntry Charcoal(int nSide)
     canvas.Scale([=](int x, int y) {
         const double u = x * 0.82 - y * 0.57, v = x * 0.57 + y * 0.82;
         const double dGrain = 0.5 * Clouds(u / 7, v / 3.2, nSeed + 1, 3) + 0.5 * Noise(x / 1.3, y / 1.3, nSeed + 9);
-        return Ramp(0.3, 0.68, dGrain) * 0.95;
+        return Ramp(0.45, 0.76, dGrain);
     });
     return canvas.Entry();
 }

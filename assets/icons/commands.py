@@ -207,6 +207,7 @@ WIDGETS = {
     "pinned": s("M6 2H10", "M6.6 2V7L4.4 9.5H11.6L9.4 7V2Z", "M8 9.5V14") + f("M6.6 2V7L4.4 9.5H11.6L9.4 7V2Z"),
     "arrow-down": s("M4 6L8 10L12 6"),
     "arrow-up": s("M4 10L8 6L12 10"),
+    "to-bar": s("M2.5 2.5H13.5") + a("M8 13.5V6", head(8, 5.6, 270, 4)),
     "arrow-left": s("M10 4L6 8L10 12"),
     "arrow-right": s("M6 4L10 8L6 12"),
     "spin-up": f("M8 5L12 10.5H4Z"),

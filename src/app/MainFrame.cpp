@@ -212,6 +212,7 @@ void CMainFrame::AddChild(CChildFrame* pChild)
     const bool bMaximize = m_pActive && m_pActive->isMaximized();
     m_children.push_back(pChild);
     m_pWorkspace->addSubWindow(pChild);
+    m_pWorkspace->viewport()->update(); // the hint of an empty window goes
     // Each a caption further than the one before, so that no picture hides another whole.
     const int nStep = 24, nPlace = static_cast<int>(m_children.size() - 1) % 8;
     pChild->move(nStep * nPlace, nStep * nPlace);

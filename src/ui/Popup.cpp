@@ -6,8 +6,10 @@
 #include "ui/NumEdit.h"
 #include "ui/PopupSlider.h"
 
+#include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QScreen>
 
 #include <algorithm>
@@ -71,6 +73,7 @@ void CPopup::OpenAt(QPoint ptScreen)
     // Where the screen's edge has held the popup back the thumb is taken beside its middle.
     m_pSlider->BeginTracking(m_pSlider->mapFromGlobal(ptScreen).x());
     m_pSlider->grabMouse();
+    m_bHeld = true;
     connect(m_pSlider, &CPopupSlider::Released, this, &CPopup::OnReleased, Qt::SingleShotConnection);
 }
 
@@ -78,8 +81,28 @@ void CPopup::OpenAt(QPoint ptScreen)
 void CPopup::OnReleased()
 {
     m_pSlider->releaseMouse();
+    m_bHeld = false;
     if (m_pSlider->GetPos() != m_nPosAtPress)
         close();
+}
+
+/// While a popup is open the toolkit hands it the mouse wherever the pointer is, past the grab of the slider in it.
+void CPopup::PassOn(QMouseEvent& event)
+{
+    if (!m_bHeld)
+        return;
+    QMouseEvent passed(event.type(), m_pSlider->mapFromGlobal(event.globalPosition()), event.globalPosition(), event.button(), event.buttons(), event.modifiers());
+    QCoreApplication::sendEvent(m_pSlider, &passed);
+}
+
+void CPopup::mouseMoveEvent(QMouseEvent* pEvent)
+{
+    PassOn(*pEvent);
+}
+
+void CPopup::mouseReleaseEvent(QMouseEvent* pEvent)
+{
+    PassOn(*pEvent);
 }
 
 void CPopup::keyPressEvent(QKeyEvent* pEvent)

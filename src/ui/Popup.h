@@ -26,14 +26,18 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent* pEvent) override;
+    void mouseMoveEvent(QMouseEvent* pEvent) override;
+    void mouseReleaseEvent(QMouseEvent* pEvent) override;
 
 private:
+    void PassOn(QMouseEvent& event);
     void Place(int x);
     void OnReleased();
 
     CNumEdit* m_pEdit;
     CPopupSlider* m_pSlider;
     int m_nPosAtPress = 0;
+    bool m_bHeld = false; ///< the button that opened it is still down
 };
 
 /// The small arrow beside a number box that drops its slider. Alt+Down in the box does the same.

@@ -133,7 +133,7 @@ QWidget* CDlgBrushBox::BuildDetails()
     m_pSpacing = new QLabel(pSpacingRow);
     m_pSpacing->setToolTip(TextOf(IDS_BRUSH_SPACING_TIP));
     pSpacingLayout->addWidget(m_pSpacing, 1);
-    m_pUseSpacing = AddButton(pSpacingRow, "widgets/arrow-up", IDS_BRUSH_USE_SPACING, nullptr);
+    m_pUseSpacing = AddButton(pSpacingRow, "widgets/to-bar", IDS_BRUSH_USE_SPACING, nullptr);
     connect(m_pUseSpacing, &QToolButton::clicked, this, [this] {
         if (m_chosen)
             Q_EMIT SpacingRequested(m_chosen->m_nSpacing);

@@ -7,6 +7,7 @@
 
 #include <QLabel>
 
+#include <algorithm>
 #include <cmath>
 
 namespace kestrune {
@@ -62,11 +63,17 @@ CDlgBrushOptions::CDlgBrushOptions(QWidget* pParent)
         pLayout->setSpacing(0);
         auto* pValue = m_aValues[static_cast<std::size_t>(i)] = new QLabel(pAfter);
         pValue->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-        pValue->setFixedWidth(fontMetrics().horizontalAdvance(QStringLiteral("100.00 ")) + 4);
-        auto* pUnit = new QLabel(QString::fromUtf8(row.pszUnit), pAfter);
-        pUnit->setFixedWidth(fontMetrics().horizontalAdvance(QStringLiteral("px")) + 2);
+        // Numbers end in one line; the percent sign is part of its text and reaches into the column of the units.
+        const int nNumber = fontMetrics().horizontalAdvance(QStringLiteral("100.00 ")) + 4, nUnit = fontMetrics().horizontalAdvance(QStringLiteral("px")) + 2;
+        pValue->setFixedWidth(i == HARDNESS ? nNumber + nUnit : nNumber);
         pLayout->addWidget(pValue);
-        pLayout->addWidget(pUnit);
+        if (i == HARDNESS) {
+            pValue->setIndent(std::max(0, nUnit - fontMetrics().horizontalAdvance(u'%')));
+        } else {
+            auto* pUnit = new QLabel(QString::fromUtf8(row.pszUnit), pAfter);
+            pUnit->setFixedWidth(nUnit);
+            pLayout->addWidget(pUnit);
+        }
         pRows->AddRow(TextOf(row.nLabelId), pSlider, TextOf(row.nTipId), pAfter);
         connect(pSlider, &CPopupSlider::Moved, this, [this, slider] {
             ShowValue(slider, true);

@@ -7,6 +7,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace kestrune {
@@ -96,9 +97,14 @@ void CCurveField::paintEvent(QPaintEvent*)
         if (i == m_iCurrent && hasFocus())
             painter.fillRect(pt.x() - c_nSquare / 2 + 2, pt.y() - c_nSquare / 2 + 2, c_nSquare - 4, c_nSquare - 4, Qt::white);
     }
+    int yLast = ToField({0, m_curve.Table()[0]}).y();
     for (int x = 0; x < c_nField; x++) {
+        // One pixel a column, and where the curve is steep those between it and the last one: no dotted line.
         const QPoint pt = ToField({x, m_curve.Table()[static_cast<std::size_t>(x)]});
-        painter.fillRect(pt.x(), pt.y(), 1, 1, Qt::white);
+        const int yFirst = yLast > pt.y() ? pt.y() : std::min(yLast + 1, pt.y());
+        const int nLength = std::max(1, yLast > pt.y() ? yLast - pt.y() : pt.y() - yFirst + 1);
+        painter.fillRect(pt.x(), yFirst, 1, nLength, Qt::white);
+        yLast = pt.y();
     }
 }
 
