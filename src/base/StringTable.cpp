@@ -307,8 +307,8 @@ constexpr auto c_aRows = std::to_array<StringRow>({
     {IDS_METHOD_BILINEAR, "쌍선형 (부드럽게)"},
     {IDS_METHOD_BICUBIC, "쌍입방 (선명하게)"},
     {IDS_METHOD_AREA, "영역 평균 (축소용)"},
-    {IDS_SIZE_PRINT, "인쇄 크기:"},
-    {IDS_SIZE_PRINT_VALUE, "%1 × %2 cm  (%3 dpi)"},
+    {IDS_SIZE_PRINT_WIDTH, "인쇄 폭(&I):"},
+    {IDS_SIZE_PRINT_HEIGHT, "인쇄 높이(&T):"},
     {IDS_SIZE_MEMORY, "필요한 메모리:"},
     {IDS_SIZE_MEMORY_VALUE, "%1 KB"},
     {IDS_SIZE_MEMORY_CHANGED, "%1 KB  (이전 %2 KB)"},
@@ -349,6 +349,8 @@ constexpr auto c_aRows = std::to_array<StringRow>({
     {IDS_INDEX_PAN_TIP, "끌어서 다른 부분을 봅니다"},
     {IDS_PASTE_UNREADABLE, "클립보드의 내용을 이미지로 읽을 수 없습니다."},
     {IDS_COPY_FAILED, "FAIL_COPY"},
+    {IDS_SIZE_RESOLUTION, "해상도:"},
+    {IDS_SIZE_PRINT_TIP, "종이에 찍힐 길이. 바꾸면 픽셀 크기도 함께 바뀝니다."},
     {IDS_SAVE_FAILED, "문서를 저장하지 못했습니다."},
 });
 

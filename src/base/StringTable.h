@@ -254,8 +254,8 @@ inline constexpr int IDS_METHOD_NEAREST = 60908;
 inline constexpr int IDS_METHOD_BILINEAR = 60909;
 inline constexpr int IDS_METHOD_BICUBIC = 60910;
 inline constexpr int IDS_METHOD_AREA = 60911;
-inline constexpr int IDS_SIZE_PRINT = 60912;
-inline constexpr int IDS_SIZE_PRINT_VALUE = 60913;
+inline constexpr int IDS_SIZE_PRINT_WIDTH = 60912;
+inline constexpr int IDS_SIZE_PRINT_HEIGHT = 60913;
 inline constexpr int IDS_SIZE_MEMORY = 60914;
 inline constexpr int IDS_SIZE_MEMORY_VALUE = 60915;
 inline constexpr int IDS_SIZE_MEMORY_CHANGED = 60916;
@@ -298,5 +298,7 @@ inline constexpr int IDS_PASTE_UNREADABLE = 60952;
 inline constexpr int IDS_COPY_FAILED = 60953;
 // Floats and their transforms.
 inline constexpr int IDS_TRANSFORM_IMPOSSIBLE = 60870;
+inline constexpr int IDS_SIZE_RESOLUTION = 60954;
+inline constexpr int IDS_SIZE_PRINT_TIP = 60955;
 
 } // namespace kestrune

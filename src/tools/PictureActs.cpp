@@ -45,7 +45,7 @@ void ReplacePicture(CPaintImage& image, LBitmapBase bitmap, std::uint32_t nKind)
     image.m_nMaskX2 = image.m_nWidth;
     image.m_nMaskY2 = image.m_nHeight;
     image.m_bFloatReady = image.m_bFloating = image.m_bSelection = false;
-    image.m_bCropActive = image.m_bTransforming = false;
+    image.m_bCropActive = false;
     image.Site().SizeChanged();
     image.Site().RepaintAll();
 }
@@ -170,7 +170,6 @@ void PasteAsFloat(CPaintImage& image, const LBitmapBase& pasted)
     image.m_nFloatH = nHeight;
     image.m_rcFloat = image.m_rcFloatStart = {0, 0, nWidth, nHeight};
     image.m_bFloatReady = image.m_bFloating = image.m_bSelection = true;
-    image.m_bTransforming = false;
     MaskFromFloat(image);
     image.CompositeFloat(0, 0, nWidth);
     image.Site().RepaintAll();

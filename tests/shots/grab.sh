@@ -60,6 +60,10 @@ levels ctrl+l
 curves ctrl+m
 hue ctrl+u
 balance ctrl+b
+resize alt+i s
+canvas-size alt+i c
+index-colors alt+i e Down Down Return
+menu-image alt+i
 menu-file alt+f
 menu-edit alt+e
 menu-view alt+v

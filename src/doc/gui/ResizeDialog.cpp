@@ -4,8 +4,10 @@
 #include "base/Units.h"
 #include "doc/Bitmap.h"
 #include "ui/DialogRows.h"
+#include "ui/NumEdit.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace kestrune {
 
@@ -15,17 +17,17 @@ namespace {
 constexpr int c_aMethods[] = {IDS_METHOD_NEAREST, IDS_METHOD_BILINEAR, IDS_METHOD_BICUBIC, IDS_METHOD_AREA};
 
 /// Centimetres of so many pixels, in whole hundredths.
-QString PrintLength(int nPixels, int nResolution)
+double PrintLength(int nPixels, int nResolution)
 {
-    return QString::number(static_cast<double>(std::int64_t{nPixels} * 254 / nResolution) / 100, 'f', 2);
+    return static_cast<double>(std::int64_t{nPixels} * 254 / nResolution) / 100;
 }
 
 } // namespace
 
 CResizeDialog::CResizeDialog(const ResizeParams& params, QWidget* pParent)
     : CPictureSizeDialog(params.size, params.nBitsPerPixel, pParent)
-    , m_resolution{params.nXResolution > 0 ? params.nXResolution : c_nDefaultResolution,
-                   params.nYResolution > 0 ? params.nYResolution : c_nDefaultResolution}
+    , m_aResolution{params.nXResolution > 0 ? params.nXResolution : c_nDefaultResolution,
+                    params.nYResolution > 0 ? params.nYResolution : c_nDefaultResolution}
 {
     setWindowTitle(TextOf(IDS_SIZE_TITLE));
     auto* pRows = new CDialogRows;
@@ -41,7 +43,8 @@ CResizeDialog::CResizeDialog(const ResizeParams& params, QWidget* pParent)
     m_pMethod->setCurrentIndex(SIZE_BICUBIC);
     pRows->AddRow(TextOf(IDS_SIZE_METHOD), m_pMethod, TextOf(IDS_SIZE_METHOD_TIP));
     pRows->AddGap();
-    m_pPrint = pRows->AddFigure(TextOf(IDS_SIZE_PRINT));
+    AddPrintRows(*pRows);
+    pRows->AddGap();
     AddMemory(*pRows);
     Body()->addLayout(pRows);
 
@@ -50,6 +53,36 @@ CResizeDialog::CResizeDialog(const ResizeParams& params, QWidget* pParent)
     connect(m_pProportions, &QCheckBox::toggled, this, &CResizeDialog::ProportionsToggled);
     SizeChanged();
     layout()->setSizeConstraint(QLayout::SetFixedSize);
+}
+
+void CResizeDialog::AddPrintRows(CDialogRows& rows)
+{
+    for (const Side side : {SIDE_WIDTH, SIDE_HEIGHT}) {
+        auto* pBox = m_aPrint[side] = new CNumEdit;
+        pBox->SetDecimalPlaces(2);
+        pBox->SetDelta(0.1f);
+        pBox->SetRange(0, 1e5f);
+        connect(pBox, &CNumEdit::ValueEdited, this, [this, side] { PrintEdited(side); });
+        rows.AddNumber(TextOf(side == SIDE_WIDTH ? IDS_SIZE_PRINT_WIDTH : IDS_SIZE_PRINT_HEIGHT), pBox, TextOf(IDS_SIZE_PRINT_TIP), QStringLiteral("cm"));
+        RegisterKey(side == SIDE_WIDTH ? QStringLiteral("PrintWidth") : QStringLiteral("PrintHeight"), pBox);
+    }
+    const QString strDpi = m_aResolution[0] == m_aResolution[1] ? QString::number(m_aResolution[0])
+                                                                : QStringLiteral("%1 × %2").arg(m_aResolution[0]).arg(m_aResolution[1]);
+    rows.AddFigure(TextOf(IDS_SIZE_RESOLUTION), TextOf(IDS_INFO_DPI_VALUE).arg(strDpi));
+}
+
+/// A length that the present pixels already measure, rounded as it is, changes nothing.
+void CResizeDialog::PrintEdited(Side side)
+{
+    const double fValue = static_cast<double>(m_aPrint[side]->GetValue());
+    const CSize size = PictureSize();
+    if (std::abs(fValue - PrintLength(side == SIDE_WIDTH ? size.cx : size.cy, m_aResolution[side])) < 0.005)
+        return;
+    const int nPixels = std::max(1, static_cast<int>(std::lround(std::min(fValue * m_aResolution[side] / 2.54, 1e6))));
+    if (TrySize(SizeAfter(side, nPixels), side))
+        SideTyped(side);
+    else
+        m_aPrint[side]->SetValue(static_cast<float>(PrintLength(side == SIDE_WIDTH ? size.cx : size.cy, m_aResolution[side])));
 }
 
 CSize CResizeDialog::SizeAfter(Side side, int nValue) const
@@ -80,9 +113,9 @@ void CResizeDialog::SizeChanged()
 {
     CPictureSizeDialog::SizeChanged();
     const CSize size = PictureSize();
-    const QString strDpi = m_resolution.cx == m_resolution.cy ? QString::number(m_resolution.cx)
-                                                              : QStringLiteral("%1 × %2").arg(m_resolution.cx).arg(m_resolution.cy);
-    m_pPrint->setText(TextOf(IDS_SIZE_PRINT_VALUE).arg(PrintLength(size.cx, m_resolution.cx), PrintLength(size.cy, m_resolution.cy), strDpi));
+    for (const Side side : {SIDE_WIDTH, SIDE_HEIGHT})
+        if (!m_aPrint[side]->hasFocus()) // not under the fingers of who types there
+            m_aPrint[side]->SetValue(static_cast<float>(PrintLength(side == SIDE_WIDTH ? size.cx : size.cy, m_aResolution[side])));
 }
 
 } // namespace kestrune

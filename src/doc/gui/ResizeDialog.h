@@ -15,8 +15,8 @@ struct ResizeParams {
     int nYResolution = 0;
 };
 
-/// Asks for a new size and the method of resampling. Print size and memory follow the pixels.
-/// Keys: those of the base, `Proportions` (0, 1; 1 at first), `Method` (`SizeFlags`).
+/// Asks for a new size and the method of resampling. Pixels and print size follow each other, at the picture's resolution.
+/// Keys: those of the base, `PrintWidth` `PrintHeight` (centimetres), `Proportions` (0, 1; 1 at first), `Method` (`SizeFlags`).
 class CResizeDialog : public CPictureSizeDialog {
     Q_OBJECT
 public:
@@ -31,10 +31,12 @@ protected:
     void SizeChanged() override;
 
 private:
+    void AddPrintRows(CDialogRows& rows);
+    void PrintEdited(Side side);
     void ProportionsToggled(bool bKeep);
 
-    CSize m_resolution;
-    QLabel* m_pPrint;
+    const int m_aResolution[2]; ///< dots per inch, across and down
+    CNumEdit* m_aPrint[2] = {};
     QCheckBox* m_pProportions;
     QComboBox* m_pMethod;
     CSize m_sizeTyped; ///< what was typed into each box; 0 where nothing was
