@@ -11,21 +11,24 @@ namespace kestrune {
 
 namespace {
 
-/// Rows of the source that one tile takes, and rows of the turned picture that one thread takes at once: with three bytes a pixel
-/// both tiles together stay in the first cache.
-constexpr int c_nTile = 32;
+/// A tile of a quarter turn: so many rows of the source become columns of so many lines of the turned picture. Lines are many, so that
+/// what is read of a source row fills its cache lines and few pages are looked up anew; both tiles fit the first two caches.
+constexpr int c_nTileColumns = 64;
+constexpr int c_nTileLines = 128;
 
 void QuarterTurn(const LBitmapBase& source, LBitmapBase& target, PictureTurn turn, const TurnKernels& kernels)
 {
     const int nWidth = source.GetWidth(), nHeight = source.GetHeight();
     const bool bLeft = turn == PictureTurn::Left;
-    ParallelRows(nWidth, c_nTile, [&](int nFirst, int nEnd) {
-        std::array<const std::uint8_t*, c_nTile> aRows;
-        std::array<std::uint8_t*, c_nTile> aOut;
-        for (int y0 = nFirst; y0 < nEnd; y0 += c_nTile) {
-            const int nLines = std::min(c_nTile, nEnd - y0);
-            for (int x0 = 0; x0 < nHeight; x0 += c_nTile) {
-                const int nColumns = std::min(c_nTile, nHeight - x0);
+    // Lines are taken in the order in which the source's columns stand in memory.
+    ParallelRows(nWidth, c_nTileLines, [&](int nFirst, int nEnd) {
+        std::array<const std::uint8_t*, c_nTileColumns> aRows;
+        std::array<std::uint8_t*, c_nTileLines> aOut;
+        for (int xSource = nFirst; xSource < nEnd; xSource += c_nTileLines) {
+            const int nLines = std::min(c_nTileLines, nEnd - xSource);
+            const int y0 = bLeft ? nWidth - xSource - nLines : xSource;
+            for (int x0 = 0; x0 < nHeight; x0 += c_nTileColumns) {
+                const int nColumns = std::min(c_nTileColumns, nHeight - x0);
                 for (int i = 0; i < nColumns; i++)
                     aRows[i] = source.Row(bLeft ? x0 + i : nHeight - 1 - x0 - i);
                 for (int i = 0; i < nLines; i++)
