@@ -31,7 +31,6 @@
 #include <QMimeData>
 #include <QScreen>
 #include <QStatusBar>
-#include <QToolButton>
 
 #include <algorithm>
 
@@ -151,7 +150,7 @@ void CMainFrame::CreateToolBars()
     m_pOptionBar->ShowPage(m_pOptionPages->PageOf(tool, tool.nCommand));
     m_pReBar->AddBand(m_pOptionBar, ID_VIEW_OPTION_BAR, PlainText(FindCommand(ID_VIEW_OPTION_BAR)->text));
 
-    m_pToolBox = new CToolBox(this);
+    m_pToolBox = new CToolBox([this](int nId) { return m_app.QueryCommand(nId); }, this);
     m_pToolBox->setWindowTitle(PlainText(FindCommand(ID_VIEW_TOOLBOX)->text));
     addToolBar(Qt::LeftToolBarArea, m_pToolBox);
     m_pCommandUi->LoadToolBarIcons();
@@ -324,6 +323,7 @@ void CMainFrame::LoadState()
 {
     m_pBars->LoadState(m_app.Profile());
     m_pReBar->LoadState(m_app.Profile(), c_szReBarSection);
+    m_pToolBox->LoadState(m_app.Profile());
     RestorePlacement(*this, m_app.Profile());
     m_pBars->Verify();
 }
@@ -337,6 +337,7 @@ void CMainFrame::SaveState()
     SaveToolOptions(profile);
     m_pBars->SaveState(profile);
     m_pReBar->SaveState(profile, c_szReBarSection);
+    m_pToolBox->SaveState(profile);
     m_app.SaveRecentFiles();
     m_bStateSaved = true;
     if (!profile.Flush())
@@ -383,8 +384,7 @@ void CMainFrame::UpdateCommandUi()
     m_sinceIdle.start();
     m_idleTimer.stop();
     m_pCommandUi->UpdateToolBars();
-    for (auto it = m_pToolBox->Buttons().cbegin(); it != m_pToolBox->Buttons().cend(); ++it)
-        ShowToolState(*it.value(), it.key());
+    m_pToolBox->UpdateStates(m_pActive != nullptr); // without a picture a press does nothing and the marks stay as they are
     for (CChildFrame* pChild : m_children)
         pChild->OnUpdateFrameTitle();
     m_pOptionBar->EnableZoom(m_pActive != nullptr);
@@ -394,17 +394,6 @@ void CMainFrame::UpdateCommandUi()
     const QString strDocument = QString::fromStdString(m_app.QueryCommand(PANE_DOCUMENT).strText);
     if (m_pDocumentPane->text() != strDocument)
         m_pDocumentPane->setText(strDocument);
-}
-
-void CMainFrame::ShowToolState(QToolButton& button, int nId) const
-{
-    const CommandState state = m_app.QueryCommand(nId);
-    button.setEnabled(state.bEnabled);
-    // Without a picture a press does nothing and the marks stay as they are.
-    if (m_pActive) {
-        button.setCheckable(state.bChecked);
-        button.setChecked(state.bChecked);
-    }
 }
 
 void CMainFrame::ShowMousePosition(int x, int y)
@@ -474,6 +463,7 @@ void CMainFrame::BeforePress(CPaintView& view)
 void CMainFrame::ShowToolBars(const ToolRow& tool, int nCommand)
 {
     m_pOptionBar->ShowPage(m_pOptionPages->PageOf(tool, nCommand));
+    m_pToolBox->ShowTool(nCommand);
     CSizingControlBar* pSideBox = m_pBars->Bar(BAR_BRUSH_LIB);
     switch (tool.sideBox) {
     case SideBox::Hide:

@@ -15,7 +15,6 @@
 #include <vector>
 
 class QLabel;
-class QToolButton;
 
 namespace kestrune {
 
@@ -111,7 +110,6 @@ private:
     void ShowMenuOfState();
     void ChildActivated(CChildFrame* pChild);
     CChildFrame* FrameOf(const CPaintView& view) const;
-    void ShowToolState(QToolButton& button, int nId) const;
     void OnIdle();
     void OnFirstPaint();
     QList<QAction*> WindowRows(QObject* pParent);

@@ -2,12 +2,16 @@
 
 #include "app/CommandTable.h"
 #include "app/CommandUi.h"
+#include "app/ToolBarPopup.h"
+#include "app/ToolBoxButton.h"
 #include "ui/Icons.h"
 
 #include <QGridLayout>
-#include <QToolButton>
+#include <QMenu>
 
 #include <algorithm>
+#include <sstream>
+#include <utility>
 
 namespace kestrune {
 
@@ -17,6 +21,7 @@ constexpr QSize c_button(30, 28);
 constexpr int c_nGap = 1;
 constexpr int c_nMargin = 3;
 constexpr int c_nFootGap = 8;
+constexpr char c_szSection[] = "ToolBox", c_szKey[] = "Buttons";
 
 constexpr int HeightOfRows(int nRows)
 {
@@ -37,8 +42,9 @@ public:
 
 } // namespace
 
-CToolBox::CToolBox(QWidget* pParent)
+CToolBox::CToolBox(std::function<CommandState(int)> query, QWidget* pParent)
     : QToolBar(pParent)
+    , m_query(std::move(query))
     , m_pPanel(new CPanel(this))
     , m_pGrid(new QGridLayout(m_pPanel))
 {
@@ -50,28 +56,128 @@ CToolBox::CToolBox(QWidget* pParent)
     m_pGrid->setSpacing(c_nGap);
     m_pGrid->setSizeConstraint(QLayout::SetNoConstraint);
     m_pPanel->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
-    for (const ToolBoxButton& button : ToolBoxButtons()) {
-        auto* pButton = new QToolButton(m_pPanel);
-        pButton->setAutoRaise(true);
+    for (const ToolBoxButton& row : ToolBoxButtons()) {
+        const int nIndex = ButtonCount();
+        auto* pButton = new CToolBoxButton(ToolBoxGroup(row.nGroupResource).size() > 1, m_pPanel);
         pButton->setFixedSize(c_button);
         pButton->setIconSize({20, 20});
-        pButton->setFocusPolicy(Qt::NoFocus);
         pButton->setEnabled(false);
-        const CommandRow& row = *FindCommand(button.nCommand);
-        pButton->setToolTip(TipOf(row));
-        pButton->setStatusTip(ToQString(row.prompt));
-        pButton->setAccessibleName(ToQString(row.text));
-        connect(pButton, &QToolButton::clicked, this, [this, nId = button.nCommand] { Q_EMIT CommandChosen(nId); });
-        m_buttons.insert(button.nCommand, pButton);
+        connect(pButton, &QToolButton::clicked, this, [this, nIndex] { Q_EMIT CommandChosen(CommandAt(nIndex)); });
+        connect(pButton, &CToolBoxButton::Held, this, [this, nIndex] { OpenPopup(nIndex); });
+        connect(pButton, &CToolBoxButton::HoldMoved, this, [this](QPoint ptScreen) {
+            if (m_pPopup)
+                m_pPopup->Track(ptScreen);
+        });
+        connect(pButton, &CToolBoxButton::HoldReleased, this, [this, nIndex](QPoint ptScreen) { OnReleased(nIndex, ptScreen); });
+        connect(pButton, &CToolBoxButton::MenuRequested, this, [this, nIndex] { OpenMenu(nIndex); });
+        m_slots.push_back({pButton, row.nCommand, row.nGroupResource});
+        ShowCommand(m_slots.back());
     }
     addWidget(m_pPanel);
     Arrange();
 }
 
+CToolBox::~CToolBox() = default;
+
+QToolButton* CToolBox::Button(int nIndex) const
+{
+    return m_slots[static_cast<std::size_t>(nIndex)].pButton;
+}
+
 void CToolBox::LoadIcons()
 {
-    for (auto it = m_buttons.cbegin(); it != m_buttons.cend(); ++it)
-        it.value()->setIcon(LoadIcon(ToQString(FindCommand(it.key())->icon)));
+    m_bIcons = true;
+    for (const Slot& slot : m_slots)
+        ShowCommand(slot);
+}
+
+void CToolBox::ShowCommand(const Slot& slot)
+{
+    const CommandRow& row = *FindCommand(slot.nCommand);
+    slot.pButton->setToolTip(TipOf(row));
+    slot.pButton->setStatusTip(ToQString(row.prompt));
+    slot.pButton->setAccessibleName(ToQString(row.text));
+    if (m_bIcons)
+        slot.pButton->setIcon(LoadIcon(ToQString(row.icon)));
+}
+
+void CToolBox::SetCommand(Slot& slot, int nCommand)
+{
+    if (std::exchange(slot.nCommand, nCommand) != nCommand)
+        ShowCommand(slot);
+}
+
+void CToolBox::ShowTool(int nCommand)
+{
+    for (Slot& slot : m_slots) {
+        const std::span<const int> group = ToolBoxGroup(slot.nGroup);
+        if (std::find(group.begin(), group.end(), nCommand) != group.end())
+            SetCommand(slot, nCommand);
+    }
+}
+
+void CToolBox::UpdateStates(bool bMarks)
+{
+    for (const Slot& slot : m_slots) {
+        const CommandState state = m_query(slot.nCommand);
+        slot.pButton->setEnabled(state.bEnabled);
+        if (bMarks) {
+            slot.pButton->setCheckable(state.bChecked);
+            slot.pButton->setChecked(state.bChecked);
+        }
+    }
+}
+
+void CToolBox::OpenPopup(int nIndex)
+{
+    const Slot& slot = m_slots[static_cast<std::size_t>(nIndex)];
+    slot.pButton->SetHolding(true);
+    m_pPopup = std::make_unique<CToolBarPopup>(ToolBoxGroup(slot.nGroup), slot.nCommand,
+                                               [this](int nId) { return m_query(nId).bEnabled; }, this);
+    m_pPopup->ShowBeside(*slot.pButton);
+}
+
+void CToolBox::OnReleased(int nIndex, QPoint ptScreen)
+{
+    const int nCommand = m_pPopup ? m_pPopup->CommandAt(ptScreen) : 0;
+    m_pPopup.reset();
+    if (!nCommand)
+        return;
+    SetCommand(m_slots[static_cast<std::size_t>(nIndex)], nCommand);
+    Q_EMIT CommandChosen(nCommand);
+}
+
+/// The same choice without holding: for the keyboard, and for hands that cannot hold.
+void CToolBox::OpenMenu(int nIndex)
+{
+    Slot& slot = m_slots[static_cast<std::size_t>(nIndex)];
+    auto* pMenu = new QMenu(this);
+    pMenu->setAttribute(Qt::WA_DeleteOnClose);
+    for (const int nCommand : ToolBoxGroup(slot.nGroup)) {
+        const CommandRow& row = *FindCommand(nCommand);
+        QAction* pAction = pMenu->addAction(LoadIcon(ToQString(row.icon)), PlainText(row.text));
+        pAction->setEnabled(m_query(nCommand).bEnabled);
+        connect(pAction, &QAction::triggered, this, [this, &slot, nCommand] {
+            SetCommand(slot, nCommand);
+            Q_EMIT CommandChosen(nCommand);
+        });
+    }
+    pMenu->popup(slot.pButton->mapToGlobal(QPoint(slot.pButton->width() + 1, 0)));
+}
+
+void CToolBox::LoadState(const CProfile& profile)
+{
+    std::istringstream text(profile.GetString(c_szSection, c_szKey, {}));
+    for (int nCommand = 0; text >> nCommand;)
+        ShowTool(nCommand); // what belongs to no group changes nothing
+}
+
+void CToolBox::SaveState(CProfile& profile) const
+{
+    std::string text;
+    for (const Slot& slot : m_slots)
+        text += (text.empty() ? "" : " ") + std::to_string(slot.nCommand);
+    profile.WriteString(c_szSection, c_szKey, text);
 }
 
 void CToolBox::SetFoot(QWidget* pFoot)
@@ -84,7 +190,7 @@ void CToolBox::FitHeight(int nHeight)
 {
     if (m_pFoot)
         nHeight -= m_pFoot->sizeHint().height() + c_nFootGap;
-    const int nColumns = nHeight < HeightOfRows(static_cast<int>(m_buttons.size())) ? 2 : 1;
+    const int nColumns = nHeight < HeightOfRows(ButtonCount()) ? 2 : 1;
     if (nColumns == m_nColumns)
         return;
     m_nColumns = nColumns;
@@ -94,10 +200,9 @@ void CToolBox::FitHeight(int nHeight)
 void CToolBox::Arrange()
 {
     int nPlace = 0;
-    for (const ToolBoxButton& button : ToolBoxButtons()) {
-        QToolButton* pButton = m_buttons.value(button.nCommand);
-        m_pGrid->removeWidget(pButton);
-        m_pGrid->addWidget(pButton, nPlace / m_nColumns, nPlace % m_nColumns);
+    for (const Slot& slot : m_slots) {
+        m_pGrid->removeWidget(slot.pButton);
+        m_pGrid->addWidget(slot.pButton, nPlace / m_nColumns, nPlace % m_nColumns);
         nPlace++;
     }
     if (m_pFoot) {

@@ -5,6 +5,7 @@
 #include "tools/BrushTool.h"
 #include "tools/BurnTool.h"
 #include "tools/CropTool.h"
+#include "tools/CursorTool.h"
 #include "tools/DodgeTool.h"
 #include "tools/EllipseSelectTool.h"
 #include "tools/EraserTool.h"
@@ -54,23 +55,23 @@ struct AllTools {
     CEraserTool eraser{TOOL_ERASER};
     CAirBrushTool airBrush{TOOL_AIR_BRUSH};
     CStampTool stamp{TOOL_STAMP};
-    CPaintTool photoBrush{TOOL_PHOTO_BRUSH};
-    CPaintTool colorEffect{TOOL_COLOR_EFFECT};
-    CPaintTool textureEffect{TOOL_TEXTURE_EFFECT};
+    CCursorTool photoBrush{TOOL_PHOTO_BRUSH};
+    CCursorTool colorEffect{TOOL_COLOR_EFFECT};
+    CCursorTool textureEffect{TOOL_TEXTURE_EFFECT};
     CBlurTool blur{TOOL_BLUR};
     CSharpenTool sharpen{TOOL_SHARPEN};
     CDodgeTool dodge{TOOL_DODGE};
     CBurnTool burn{TOOL_BURN};
     CSmudgeTool smudge{TOOL_SMUDGE};
-    CPaintTool gradient{TOOL_GRADIENT};
-    CPaintTool bucket{TOOL_BUCKET};
+    CCursorTool gradient{TOOL_GRADIENT};
+    CCursorTool bucket{TOOL_BUCKET};
     CScaleTool scale{TOOL_SCALE};
     CRotateTool rotate{TOOL_ROTATE};
     CSkewHorzTool skewHorz{TOOL_SKEW_HORZ};
     CSkewVertTool skewVert{TOOL_SKEW_VERT};
     CFreeTransformTool freeTransform{TOOL_FREE_TRANSFORM};
-    CPaintTool eyedropper{TOOL_EYEDROPPER};
-    CPaintTool text{TOOL_TEXT};
+    CCursorTool eyedropper{TOOL_EYEDROPPER};
+    CCursorTool text{TOOL_TEXT};
     CZoomTool zoom{TOOL_ZOOM};
     CHandTool hand{TOOL_HAND};
 } s_tools;

@@ -271,6 +271,8 @@ void COptionPage::AddButtons(Entry& entry)
     for (const OptionItem& item : entry.pRow->items) {
         QAbstractButton* pButton = nullptr;
         if (entry.pRow->kind == OptionControl::Radio) {
+            if (!pGroup->buttons().isEmpty())
+                static_cast<QHBoxLayout*>(entry.pPanel->layout())->addSpacing(c_nControlSpace);
             pButton = new QRadioButton(Utf8(item.text), this);
         } else {
             auto* pTool = new QToolButton(this);

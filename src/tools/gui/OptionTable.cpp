@@ -33,7 +33,7 @@ constexpr OptionControlRow Opacity(Bar bar, ToolOption option) { return {bar, Pe
 constexpr OptionControlRow Space(Bar bar, ToolOption option) { return {bar, Percent, option, 1461, c_strSpace, c_strSpaceTip}; }
 constexpr OptionControlRow Pressure(Bar bar, ToolOption option) { return {bar, Percent, option, 1462, c_strPressure, c_strPressureTip}; }
 constexpr OptionControlRow Mode(Bar bar, ToolOption option) { return {bar, Blend, option, 0, c_strMode, c_strModeTip}; }
-constexpr OptionControlRow PatternOf(Bar bar) { return {bar, Pattern, Count, 0, "패턴:", "칠에 섞을 배경 무늬를 고릅니다."}; }
+constexpr OptionControlRow PatternOf(Bar bar) { return {bar, Pattern, Count, 0, "패턴:", "칠에 섞을 배경 패턴을 고릅니다."}; }
 constexpr OptionControlRow TextureOf(Bar bar) { return {bar, Texture, Count, 0, "텍스처:", "칠의 결이 되는 텍스처를 고릅니다."}; }
 constexpr OptionControlRow FloatOpacityOf(Bar bar)
 {
