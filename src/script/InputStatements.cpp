@@ -18,40 +18,47 @@ namespace kestrune::statements {
 
 namespace {
 
-StatementResult NoDocument()
-{
-    return QStringLiteral("no document is open");
-}
+/// What a mouse statement says, and the view that it goes to.
+struct MouseInput {
+    CPaintView* pView = nullptr;
+    CPoint pt{};
+    Qt::KeyboardModifiers modifiers{};
+    Qt::MouseButton button = Qt::LeftButton;
+};
 
-/// Reads `X Y` and the words that may follow it; a button only where `pButton` is given.
-StatementResult ReadMouse(const QStringList& words, CPoint& pt, Qt::KeyboardModifiers& modifiers, Qt::MouseButton* pButton = nullptr)
+/// Reads `X Y` and the words that may follow it, a button only where `bButton` says so. Fails without a picture.
+StatementResult ReadMouse(const CScriptContext& context, const QStringList& words, MouseInput& input, bool bButton = false)
 {
     constexpr int nFar = 1'000'000; // image pixels; far outside any picture, and a zoom of 32 keeps it inside an int
-    if (const StatementResult failure = ReadNumber(words[0], -nFar, nFar, pt.x))
+    input.pView = context.View();
+    if (!input.pView)
+        return QStringLiteral("no document is open");
+    if (const StatementResult failure = ReadNumber(words[0], -nFar, nFar, input.pt.x))
         return failure;
-    if (const StatementResult failure = ReadNumber(words[1], -nFar, nFar, pt.y))
+    if (const StatementResult failure = ReadNumber(words[1], -nFar, nFar, input.pt.y))
         return failure;
+    input.modifiers = context.heldModifiers;
     for (const QString& strWord : words.mid(2)) {
         if (strWord == u"ctrl")
-            modifiers |= Qt::ControlModifier;
+            input.modifiers |= Qt::ControlModifier;
         else if (strWord == u"shift")
-            modifiers |= Qt::ShiftModifier;
-        else if (pButton && strWord == u"left")
-            *pButton = Qt::LeftButton;
-        else if (pButton && strWord == u"right")
-            *pButton = Qt::RightButton;
+            input.modifiers |= Qt::ShiftModifier;
+        else if (bButton && strWord == u"left")
+            input.button = Qt::LeftButton;
+        else if (bButton && strWord == u"right")
+            input.button = Qt::RightButton;
         else
             return QStringLiteral("\"%1\" is no word of this statement").arg(strWord);
     }
     return {};
 }
 
-void SendMouse(CPaintView& view, QEvent::Type type, CPoint ptImage, Qt::MouseButton button, Qt::MouseButtons buttons,
-               Qt::KeyboardModifiers modifiers)
+/// One event of the statement; `button` is the one that changes, `buttons` those that are down afterwards.
+void Send(const MouseInput& input, QEvent::Type type, Qt::MouseButton button, Qt::MouseButtons buttons)
 {
-    QWidget* pViewport = view.viewport();
-    const QPointF pt = view.PointToViewport(view.ImageToClient(ptImage));
-    QMouseEvent event(type, pt, pViewport->mapTo(pViewport->window(), pt), pViewport->mapToGlobal(pt), button, buttons, modifiers);
+    QWidget* pViewport = input.pView->viewport();
+    const QPointF pt = input.pView->PointToViewport(input.pView->ImageToClient(input.pt));
+    QMouseEvent event(type, pt, pViewport->mapTo(pViewport->window(), pt), pViewport->mapToGlobal(pt), button, buttons, input.modifiers);
     QApplication::sendEvent(pViewport, &event);
 }
 
@@ -85,78 +92,61 @@ StatementResult SendKey(CScriptContext& context, const QStringList& words, bool 
 
 StatementResult Press(CScriptContext& context, const QStringList& words)
 {
-    CPaintView* pView = context.View();
-    if (!pView)
-        return NoDocument();
-    CPoint pt;
-    Qt::KeyboardModifiers modifiers = context.heldModifiers;
-    Qt::MouseButton button = Qt::LeftButton;
-    if (const StatementResult failure = ReadMouse(words, pt, modifiers, &button))
+    MouseInput input;
+    if (const StatementResult failure = ReadMouse(context, words, input, true))
         return failure;
     if (context.nHeldButton != Qt::NoButton)
         return QStringLiteral("a button is held already");
-    context.nHeldButton = button;
-    context.ptLast = pt;
+    context.nHeldButton = input.button;
+    context.ptLast = input.pt;
     context.dialogs.Begin(std::nullopt);
-    SendMouse(*pView, QEvent::MouseButtonPress, pt, button, button, modifiers);
+    Send(input, QEvent::MouseButtonPress, input.button, input.button);
     return context.dialogs.End();
 }
 
 StatementResult Move(CScriptContext& context, const QStringList& words)
 {
-    CPaintView* pView = context.View();
-    if (!pView)
-        return NoDocument();
-    CPoint pt;
-    Qt::KeyboardModifiers modifiers = context.heldModifiers;
-    if (const StatementResult failure = ReadMouse(words, pt, modifiers))
+    MouseInput input;
+    if (const StatementResult failure = ReadMouse(context, words, input))
         return failure;
-    context.ptLast = pt;
+    context.ptLast = input.pt;
     context.dialogs.Begin(std::nullopt);
-    SendMouse(*pView, QEvent::MouseMove, pt, Qt::NoButton, context.nHeldButton, modifiers);
+    Send(input, QEvent::MouseMove, Qt::NoButton, context.nHeldButton);
     return context.dialogs.End();
 }
 
 StatementResult Release(CScriptContext& context, const QStringList& words)
 {
-    CPaintView* pView = context.View();
-    if (!pView)
-        return NoDocument();
-    CPoint pt;
-    Qt::KeyboardModifiers modifiers = context.heldModifiers;
-    if (const StatementResult failure = ReadMouse(words, pt, modifiers))
+    MouseInput input;
+    if (const StatementResult failure = ReadMouse(context, words, input))
         return failure;
     if (context.nHeldButton == Qt::NoButton)
         return QStringLiteral("no button is held");
     context.dialogs.Begin(std::nullopt);
-    if (pt != context.ptLast)
-        SendMouse(*pView, QEvent::MouseMove, pt, Qt::NoButton, context.nHeldButton, modifiers);
-    context.ptLast = pt;
-    const Qt::MouseButton button = std::exchange(context.nHeldButton, Qt::NoButton);
-    SendMouse(*pView, QEvent::MouseButtonRelease, pt, button, Qt::NoButton, modifiers);
+    if (input.pt != context.ptLast)
+        Send(input, QEvent::MouseMove, Qt::NoButton, context.nHeldButton);
+    context.ptLast = input.pt;
+    Send(input, QEvent::MouseButtonRelease, std::exchange(context.nHeldButton, Qt::NoButton), Qt::NoButton);
     return context.dialogs.End();
 }
 
 StatementResult DoubleClick(CScriptContext& context, const QStringList& words)
 {
-    const QPointer<CPaintView> pView(context.View());
-    if (!pView)
-        return NoDocument();
-    CPoint pt;
-    Qt::KeyboardModifiers modifiers = context.heldModifiers;
-    if (const StatementResult failure = ReadMouse(words, pt, modifiers))
+    MouseInput input;
+    if (const StatementResult failure = ReadMouse(context, words, input))
         return failure;
     if (context.nHeldButton != Qt::NoButton)
         return QStringLiteral("a button is held already");
-    context.ptLast = pt;
+    context.ptLast = input.pt;
     context.dialogs.Begin(std::nullopt);
     constexpr std::pair<QEvent::Type, bool> aSequence[] = {{QEvent::MouseButtonPress, true},
                                                            {QEvent::MouseButtonRelease, false},
                                                            {QEvent::MouseButtonDblClick, true},
                                                            {QEvent::MouseButtonRelease, false}};
+    const QPointer<CPaintView> pAlive(input.pView);
     for (const auto& [type, bHeld] : aSequence)
-        if (pView) // an event before may have closed it
-            SendMouse(*pView, type, pt, Qt::LeftButton, bHeld ? Qt::LeftButton : Qt::NoButton, modifiers);
+        if (pAlive) // an event before may have closed it
+            Send(input, type, Qt::LeftButton, bHeld ? Qt::LeftButton : Qt::NoButton);
     return context.dialogs.End();
 }
 
@@ -185,7 +175,7 @@ StatementResult Wait(CScriptContext& context, const QStringList& words)
 StatementResult Zoom(CScriptContext& context, const QStringList& words)
 {
     if (!context.View())
-        return NoDocument();
+        return QStringLiteral("no document is open");
     bool bNumber = false;
     const float fZoom = words[0].toFloat(&bNumber);
     if (!bNumber || !std::isfinite(fZoom) || fZoom <= 0)

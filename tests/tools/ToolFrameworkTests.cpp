@@ -144,7 +144,7 @@ TEST_F(ToolTest, CommandsKeepTheirIrregularities)
 TEST_F(ToolTest, BaseToolCapturesOnlyWhileTheButtonIsHeld)
 {
     CFakeView view;
-    CPaintTool* pTool = FindTool(TOOL_TEXT); // without a class of its own
+    CPaintTool tool(0x9003), *pTool = &tool;
     pTool->OnLButtonDown(view, MK_LBUTTON, {5, 5});
     EXPECT_TRUE(view.m_bCapture);
     pTool->OnLButtonUp(view, 0, {5, 5});

@@ -1,0 +1,189 @@
+// What the choice of a tool does to the bars, and how the toolbox is held.
+
+#include "FrameTestKit.h"
+
+#include "app/FrameBars.h"
+#include "app/OptionBar.h"
+#include "app/ToolBarPopup.h"
+#include "app/ToolBox.h"
+#include "app/ToolBoxButton.h"
+#include "tools/ToolOptions.h"
+#include "tools/ToolRegistry.h"
+#include "tools/ToolTable.h"
+#include "tools/gui/ToolOptionPages.h"
+
+#include <QButtonGroup>
+#include <QMouseEvent>
+#include <QTest>
+#include <QToolButton>
+
+using namespace kestrune;
+
+namespace {
+
+class CToolBarTest : public CFrameTest {
+protected:
+    void TearDown() override
+    {
+        SwitchTool(TOOL_RECT_SELECT, 1001);
+        CFrameTest::TearDown();
+    }
+
+    bool SideBoxIsUp() const { return !Frame().FrameBars().Bar(BAR_BRUSH_LIB)->isHidden(); }
+    void Choose(int nCommand) { EXPECT_TRUE(m_pApp->ExecuteCommand(nCommand)) << nCommand; }
+
+    /// Presses a button of the toolbox, waits, drags to that command's button in what drops from it and lets go there.
+    void HoldAndChoose(int nIndex, int nCommand, int nWait)
+    {
+        Frame().UpdateCommandUi();
+        QToolButton* pButton = Frame().ToolBox().Button(nIndex);
+        QTest::mousePress(pButton, Qt::LeftButton);
+        QTest::qWait(nWait);
+        const CToolBarPopup* pPopup = Frame().ToolBox().Popup();
+        QPoint pt = pButton->rect().center();
+        if (pPopup && nCommand)
+            pt = pButton->mapFromGlobal(pPopup->CentreOf(nCommand));
+        QMouseEvent move(QEvent::MouseMove, pt, pButton->mapToGlobal(QPointF(pt)), Qt::NoButton, Qt::LeftButton, {});
+        QApplication::sendEvent(pButton, &move);
+        QTest::mouseRelease(pButton, Qt::LeftButton, {}, pt);
+    }
+};
+
+constexpr int c_nLong = c_nHoldTime + 100;
+
+} // namespace
+
+TEST_F(CToolBarTest, SideBoxFollowsTheToolButForBurn)
+{
+    NewPicture();
+    EXPECT_TRUE(SideBoxIsUp()); // as it stands at first
+    for (const int nCommand : {1001, 1122, 1123, 1124, 1003, 1002, 1004, 1025, 337, 1024, 1026, 1011, 1012}) {
+        Choose(1006);
+        EXPECT_TRUE(SideBoxIsUp()) << nCommand;
+        Choose(nCommand);
+        EXPECT_FALSE(SideBoxIsUp()) << nCommand;
+    }
+    for (const int nCommand : {1005, 1006, 1007, 1008, 1009, 1013, 1014, 1015, 1017, 1050, 1057, 1094}) {
+        Choose(1001);
+        Choose(nCommand);
+        EXPECT_TRUE(SideBoxIsUp()) << nCommand;
+    }
+    Choose(1016); // its twin brings the box, this one leaves it as it is
+    EXPECT_TRUE(SideBoxIsUp());
+    Choose(1001);
+    Choose(1016);
+    EXPECT_FALSE(SideBoxIsUp());
+}
+
+TEST_F(CToolBarTest, SpaceChangesTheToolButNoBar)
+{
+    CPaintView& view = NewPicture().GetView();
+    Choose(1005);
+    QWidget* pPage = Frame().OptionPages().PageOf(*FindToolRow(TOOL_PENCIL), 1005);
+    QTest::keyPress(&view, Qt::Key_Space);
+    EXPECT_EQ(g_nCurrentTool, TOOL_HAND);
+    EXPECT_TRUE(pPage->isVisible() && SideBoxIsUp());
+    QTest::keyRelease(&view, Qt::Key_Space);
+    EXPECT_EQ(g_nCurrentTool, TOOL_PENCIL);
+    EXPECT_EQ(g_nCurrentToolCommand, 1025); // stays until the next tool command
+}
+
+TEST_F(CToolBarTest, EachToolShowsItsBarAndNoneIsHigherOrTooWideForASmallScreen)
+{
+    NewPicture();
+    Frame().resize(1024, 700);
+    const int nHeight = Frame().OptionBar().height();
+    for (const ToolRow& row : ToolTable()) {
+        if (!row.nCommand || row.bar == ToolBar::Transform)
+            continue;
+        Choose(row.nCommand);
+        QCoreApplication::processEvents();
+        const QWidget* pPage = Frame().OptionPages().PageOf(row, row.nCommand);
+        EXPECT_TRUE(pPage->isVisible()) << row.strClass;
+        EXPECT_EQ(Frame().OptionBar().height(), nHeight) << row.strClass;
+        EXPECT_LE(pPage->sizeHint().height(), nHeight) << row.strClass;
+        EXPECT_LE(pPage->sizeHint().width(), pPage->width()) << row.strClass;
+        EXPECT_EQ(Frame().width(), 1024) << row.strClass;
+    }
+}
+
+TEST_F(CToolBarTest, SettingsAndTheFloatsChoiceReachTheirReaders)
+{
+    CPaintView& view = NewPicture().GetView();
+    SetToolOption(ToolOption::FloaterOpacity, 40);
+    SetToolOption(ToolOption::FloaterCopy, 1);
+    SetToolOption(ToolOption::BrushOpacity, 33);
+    EXPECT_EQ(view.GetImage()->Site().FloatOpacity(), 40);
+    EXPECT_EQ(view.GetImage()->Site().MoveMode(), 1);
+    m_sink.m_answers.push_back(MessageAnswer::No); // the picture is new
+    Restart();
+    EXPECT_EQ(GetToolOption(ToolOption::BrushOpacity), 33);
+    EXPECT_EQ(GetToolOption(ToolOption::FloaterOpacity), 100); // these two start anew each time
+    EXPECT_EQ(GetToolOption(ToolOption::FloaterCopy), 0);
+}
+
+TEST_F(CToolBarTest, AShortPressIsAClickAndAHeldOneDropsTheGroup)
+{
+    NewPicture();
+    CToolBox& box = Frame().ToolBox();
+    HoldAndChoose(7, 0, 20);
+    EXPECT_EQ(g_nCurrentTool, TOOL_PENCIL);
+    EXPECT_EQ(box.Popup(), nullptr);
+
+    HoldAndChoose(7, 1008, c_nLong);
+    EXPECT_EQ(box.Popup(), nullptr);
+    EXPECT_EQ(g_nCurrentTool, TOOL_AIR_BRUSH);
+    EXPECT_EQ(box.CommandAt(7), 1008);
+    HoldAndChoose(7, 0, c_nLong); // let go over the button itself: nothing is chosen
+    EXPECT_EQ(g_nCurrentTool, TOOL_AIR_BRUSH);
+    HoldAndChoose(1, 0, c_nLong); // no group: a click, however long
+    EXPECT_EQ(g_nCurrentTool, TOOL_MOVE);
+    HoldAndChoose(0, 1122, c_nLong);
+    EXPECT_EQ(g_nCurrentTool, TOOL_ELLIPSE_SELECT);
+    EXPECT_EQ(g_nCurrentToolCommand, 1001);
+    Frame().UpdateCommandUi();
+    EXPECT_TRUE(box.Button(0)->isChecked());
+    EXPECT_FALSE(box.Button(7)->isChecked());
+
+    Choose(1017); // by its key or a script: the group's button follows
+    EXPECT_EQ(box.CommandAt(10), 1017);
+    m_sink.m_answers.push_back(MessageAnswer::No);
+    Restart();
+    EXPECT_EQ(Frame().ToolBox().CommandAt(7), 1008);
+    EXPECT_EQ(Frame().ToolBox().CommandAt(0), 1122);
+    EXPECT_EQ(Frame().ToolBox().CommandAt(10), 1017);
+    EXPECT_EQ(Frame().ToolBox().CommandAt(9), 1011);
+}
+
+TEST_F(CToolBarTest, WithoutAPictureAPressDoesNothingAndTransformsWaitForAFloat)
+{
+    Choose(ID_VIEW_TOOLBOX);
+    Choose(ID_VIEW_TOOLBOX);
+    HoldAndChoose(7, 1008, c_nLong);
+    EXPECT_EQ(Frame().ToolBox().Popup(), nullptr);
+    EXPECT_EQ(g_nCurrentTool, TOOL_RECT_SELECT);
+
+    CPaintView& view = NewPicture().GetView();
+    EXPECT_FALSE(m_pApp->QueryCommand(30051).bEnabled);
+    Frame().UpdateCommandUi();
+    EXPECT_FALSE(Frame().ToolBox().Button(3)->isEnabled());
+    view.GetImage()->m_bFloatReady = true;
+    Frame().UpdateCommandUi();
+    EXPECT_TRUE(Frame().ToolBox().Button(3)->isEnabled());
+    HoldAndChoose(3, 30054, c_nLong);
+    EXPECT_EQ(g_nCurrentTool, TOOL_SKEW_VERT);
+    EXPECT_EQ(g_nCurrentToolCommand, 1021);
+    view.GetImage()->m_bFloatReady = false;
+}
+
+TEST_F(CToolBarTest, KeysOfTheSelectionModeShowOnTheBar)
+{
+    NewPicture();
+    Choose(1001);
+    auto* pGroup = qobject_cast<QButtonGroup*>(Frame().OptionPages().Control(ToolOption::FloaterMode));
+    ASSERT_TRUE(pGroup);
+    for (const int nMode : {2, 3, 1}) {
+        SetToolOption(ToolOption::FloaterMode, nMode); // as a selection tool does while Shift or Control is held
+        EXPECT_EQ(pGroup->checkedId(), nMode);
+    }
+}
