@@ -9,10 +9,12 @@
 #include "resources/gui/ColorBar.h"
 #include "resources/gui/ColorPatches.h"
 #include "resources/gui/PaletteDialog.h"
+#include "resources/gui/TexturePanel.h"
 #include "tools/ToolOptions.h"
 #include "tools/ToolRegistry.h"
 #include "tools/ToolTable.h"
 #include "tools/gui/OptionTable.h"
+#include "tools/gui/ToolOptionPages.h"
 #include "undo/gui/HistoryBox.h"
 
 #include <QStackedWidget>
@@ -54,6 +56,8 @@ CFrameBoxes::CFrameBoxes(CMainFrame& frame, CPaintApp& app)
         pMenu->exec(ptScreen);
     });
     AddBrushBox();
+    const CToolOptionPages& options = frame.OptionPages();
+    frame.FrameBars().Bar(BAR_BRUSH)->SetContents(new CTexturePanel(options.TextureBox(), options.PatternBox()));
     AddToolBoxPatches();
     RegisterCommands();
 }

@@ -9,7 +9,6 @@ namespace kestrune {
 namespace {
 
 constexpr auto P = SettingOwner::Program;
-constexpr auto T = SettingOwner::Tool;
 constexpr auto F = SettingOwner::Filter;
 
 // clang-format off
@@ -65,23 +64,6 @@ constexpr SettingRow c_aSettings[] = {
     {F, "Unsharp Mask", "Radius", 100}, {F, "Unsharp Mask", "Amount", 5}, {F, "Unsharp Mask", "Threshold", 0},
     {F, "Wind", "Threshold", 10}, {F, "Wind", "Strength", 10}, {F, "Wind", "Style", 0}, {F, "Wind", "Direction", 0},
     {F, "Wind", "Edge Effect", 1},
-
-    {T, "Art1", "Opacity", 100}, {T, "Art1", "Intensity", 16},
-    {T, "Air Brush", "Opacity", 100}, {T, "Air Brush", "Space", 20}, {T, "Air Brush", "Pressure", 80}, {T, "Air Brush", "Mode", 0},
-    {T, "ConvolveB", "Opacity", 100}, {T, "ConvolveB", "Space", 20}, {T, "ConvolveB", "Pressure", 50},
-    {T, "Dodge", "Opacity", 100}, {T, "Dodge", "Space", 20}, {T, "Dodge", "Pressure", 50}, {T, "Dodge", "P Mode", 0},
-    {T, "Dodge", "D Mode", 1},
-    {T, "Eraser", "Opacity", 100}, {T, "Eraser", "Space", 20}, {T, "Eraser", "Hard", 0},
-    {T, "Gradient", "Opacity", 100}, {T, "Gradient", "P Mode", 0}, {T, "Gradient", "G Mode", 0},
-    {T, "Paint Brush", "Opacity", 100}, {T, "Paint Brush", "Space", 20}, {T, "Paint Brush", "Pressure", 50},
-    {T, "Paint Brush", "P Mode", 0}, {T, "Paint Brush", "Fade", 1},
-    {T, "Pencil", "Opacity", 100}, {T, "Pencil", "Space", 20}, {T, "Pencil", "Mode", 0},
-    {T, "Smudge", "Opacity", 100}, {T, "Smudge", "Pressure", 50},
-    {T, "Stamp", "Opacity", 100}, {T, "Stamp", "Space", 20}, {T, "Stamp", "Mode", 0},
-    {T, "Bucket", "Opacity", 50}, {T, "Bucket", "Threshold", 10}, {T, "Bucket", "Mode", 0}, {T, "Bucket", "Style", 0},
-    {T, "Floater", "Width", 32}, {T, "Floater", "Height", 32}, {T, "Floater", "Mode", 1}, {T, "Floater", "Style", 0},
-    {T, "Floater", "Feather", 2}, {T, "Floater", "Tolerance", 6},
-    {T, "Tube", "Opacity", 50}, {T, "Tube", "Space", 10},
 };
 // clang-format on
 

@@ -11,7 +11,7 @@
 namespace kestrune {
 
 /// Who reads and writes a setting.
-enum class SettingOwner { Program, Tool, Filter };
+enum class SettingOwner { Program, Filter };
 
 /// One setting: where it is kept and its default. Text settings have `pszDefault`, integer ones `nDefault`.
 struct SettingRow {
@@ -22,7 +22,7 @@ struct SettingRow {
     const char* pszDefault = nullptr;
 };
 
-/// Every setting of the program, tools and filters included; keys of one section stand together.
+/// Every setting of the program and its filters (those of the tools stand in `tools/ToolOptions`); keys of one section stand together.
 std::span<const SettingRow> Settings();
 /// The row of a setting; null for an unknown one.
 const SettingRow* FindSetting(std::string_view section, std::string_view key);

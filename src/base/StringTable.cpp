@@ -294,6 +294,8 @@ constexpr auto c_aRows = std::to_array<StringRow>({
     {IDS_PATTERN_NONE, "패턴 사용 안 함"},
     {IDS_PATTERN_PERCENT_TIP, "배경 패턴이 칠에 얼마나 섞일지 정합니다."},
     {IDS_TEXTURES_EMPTY, "이미지가 없습니다."},
+    {IDS_TEXTURE_TAB, "텍스처"},
+    {IDS_PATTERN_TAB, "패턴"},
     {IDS_TEXTURE_CANNOT_READ, "텍스처 이미지를 읽을 수 없습니다."},
     {IDS_SIZE_TITLE, "Resize"},
     {IDS_SIZE_PIXELS, "픽셀"},

@@ -237,6 +237,8 @@ inline constexpr int IDS_PATTERN_NONE = 60773;
 inline constexpr int IDS_PATTERN_PERCENT_TIP = 60774;
 inline constexpr int IDS_TEXTURES_EMPTY = 60775;
 inline constexpr int IDS_TEXTURE_CANNOT_READ = 60776;
+inline constexpr int IDS_TEXTURE_TAB = 60777;
+inline constexpr int IDS_PATTERN_TAB = 60778;
 // Picture commands and the clipboard
 inline constexpr int IDS_NOTHING_SELECTED = 1126;
 inline constexpr int IDS_ASK_GRAYSCALE = 1130;

@@ -104,7 +104,6 @@ TEST(Preferences, DefaultsAndMisspeltKeys)
     EXPECT_EQ(ReadSetting(empty, "DeNoiserr", "Max"), 50);
     EXPECT_FALSE(FindSetting("DeNoiser", "Max"));
     EXPECT_EQ(ReadSetting(empty, "Texture Fill", "Azimuth"), 13500);
-    EXPECT_EQ(ReadSetting(empty, "Floater", "Tolerance"), 6);
     EXPECT_THROW(preferences.Int("General", "Histroy"), std::out_of_range);
 }
 

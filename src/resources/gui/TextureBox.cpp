@@ -16,6 +16,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace kestrune {
 
@@ -51,15 +52,14 @@ CTextureBox::CTextureBox(TextureKind kind, std::filesystem::path pathFolder, QWi
     m_pEmpty->setEnabled(false);
     m_pEmpty->setAlignment(Qt::AlignCenter);
     pLayout->addWidget(m_pEmpty);
-    auto* pNone = new QPushButton(TextOf(kind == TextureKind::Brush ? IDS_TEXTURE_NONE : IDS_PATTERN_NONE), this);
+    auto* pNone = new QPushButton(NoneText(), this);
     pNone->setObjectName(QStringLiteral("None"));
     pLayout->addWidget(pNone);
     m_pGrid->setAccessibleName(TextOf(kind == TextureKind::Brush ? IDS_TEXTURE_NAME : IDS_PATTERN_NAME));
 
     connect(m_pGrid, &CTextureWnd::Chosen, this, [this](const std::filesystem::path& path) {
-        if (!Choose(path))
-            SayMessage(std::string(StringText(IDS_TEXTURE_CANNOT_READ)) + "\n" + path.filename().string());
         hide();
+        ChooseOrSay(path);
     });
     connect(pNone, &QPushButton::clicked, this, [this] {
         Clear();
@@ -79,6 +79,24 @@ bool CTextureBox::Choose(const std::filesystem::path& path)
     m_pathActive = path;
     Q_EMIT Changed();
     return true;
+}
+
+void CTextureBox::ChooseOrSay(const std::filesystem::path& path)
+{
+    if (!Choose(path))
+        SayMessage(std::string(StringText(IDS_TEXTURE_CANNOT_READ)) + "\n" + path.filename().string());
+}
+
+QString CTextureBox::NoneText() const
+{
+    return TextOf(m_kind == TextureKind::Brush ? IDS_TEXTURE_NONE : IDS_PATTERN_NONE);
+}
+
+void CTextureBox::ScanInto(CTextureWnd& grid)
+{
+    grid.Scan(m_pathFolder);
+    if (grid.count() == 0 && m_kind == TextureKind::Brush && !std::exchange(m_bToldEmpty, true))
+        SayMessage(IDS_NO_TEXTURES);
 }
 
 void CTextureBox::Clear()
@@ -136,11 +154,9 @@ void CTextureBox::OpenBeside(const QWidget& patch)
 {
     if (!m_bScanned) {
         m_bScanned = true;
-        m_pGrid->Scan(m_pathFolder);
+        ScanInto(*m_pGrid);
         m_pGrid->setVisible(m_pGrid->count() > 0);
         m_pEmpty->setVisible(m_pGrid->count() == 0);
-        if (m_pGrid->count() == 0 && m_kind == TextureKind::Brush)
-            SayMessage(IDS_NO_TEXTURES);
     }
     m_pGrid->ShowChosen(m_pathActive);
     adjustSize();

@@ -24,6 +24,8 @@ public:
 
     /// Loads a file and makes it the active one. False, with nothing changed, when it is no image.
     bool Choose(const std::filesystem::path& path);
+    /// The same, with a message when it is no image.
+    void ChooseOrSay(const std::filesystem::path& path);
     /// None is active.
     void Clear();
     /// The pattern's strength, 0..100.
@@ -32,11 +34,17 @@ public:
     bool IsActive() const;
     /// The active file's name without its ending; empty when none is active.
     QString Name() const;
+    const std::filesystem::path& ActivePath() const { return m_pathActive; }
+    /// The text of the button that calls `Clear`.
+    QString NoneText() const;
     /// The active one, tiled from its corner, in logical pixels; a crossed field when none is active.
     QPixmap Preview(QSize size, qreal fScale) const;
 
     /// Drops below a widget. The folder is scanned the first time; when a brush texture folder has nothing, a message says so.
     void OpenBeside(const QWidget& patch);
+
+    /// Fills a grid with the folder. A message tells when a brush texture folder has nothing.
+    void ScanInto(CTextureWnd& grid);
 
 Q_SIGNALS:
     void Changed();
@@ -48,6 +56,7 @@ private:
     CTextureWnd* m_pGrid;
     QLabel* m_pEmpty;
     bool m_bScanned = false;
+    bool m_bToldEmpty = false; ///< once is enough
 };
 
 /// The patch in an option bar that shows what is active, and drops the box.
