@@ -132,7 +132,8 @@ TEST(ClipboardPicture, NonsenseIsRefusedAndChangesNothing)
         for (int k = 0; k < 1 + i % 8; k++)
             broken[random() % (k % 2 ? broken.size() : 60)] = static_cast<std::uint8_t>(random());
         ClipboardPicture any;
-        if (DecodeClipboard(broken, i % 2 ? Bmp() : Png(), any))
+        if (DecodeClipboard(broken, i % 2 ? Bmp() : Png(), any)) {
             EXPECT_GT(any.bitmap.GetWidth(), 0);
+        }
     }
 }

@@ -73,11 +73,14 @@ TEST_F(CClipboardExchange, WhatAnotherProgramCopiesIsPasted)
 {
     const QImage image = MakePicture();
     QImage indexed(9, 5, QImage::Format_Indexed8);
-    indexed.setColorTable({qRgb(10, 20, 30), qRgb(250, 0, 5), qRgb(0, 99, 0)});
+    QList<QRgb> table(40, qRgb(1, 1, 1)); // too many for four bits
+    table[0] = qRgb(10, 20, 30);
+    table[1] = qRgb(250, 0, 5);
+    indexed.setColorTable(table);
     for (int i = 0; i < 45; i++)
-        indexed.setPixel(i % 9, i / 9, i % 3);
+        indexed.setPixel(i % 9, i / 9, i % 40);
     ASSERT_TRUE(indexed.save(Path("indexed.bmp")));
-    for (const QString& strExtension : {"bmp", "png"}) {
+    for (const QString& strExtension : {QString("bmp"), QString("png")}) {
         Offer("image/" + strExtension, Path("p." + strExtension));
         const ScriptRun run = RunShown("print command 30082\ncommand 30082\nprint size\nprint mode\ndump image new.ppm\n"
                                        "new 90 20 white rgb\npaste\nprint history\ndump image here.ppm\n");

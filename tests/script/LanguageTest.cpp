@@ -52,7 +52,8 @@ TEST_F(CScriptTest, UsageErrorsEndWithStatus2)
     }
     const ScriptRun run = RunProgram({"--seed", "7", "--script", "s.txt", "--install", ".", "--", "--seed"});
     EXPECT_EQ(run.nStatus, 0) << run.strErr.toStdString();
-    EXPECT_EQ(run.out, (QStringList{"message: Default.pal not found", "1000"})) << "no swatches in that folder; no document is open: no limit of colours is in force";
+    const QString strNoBrushes = "message: 브러시 파일이 존재하지 않습니다.\\n프로그램이 정상적으로 작동할 수 없습니다.\\n프로그램을 다시 설치하십시오.";
+    EXPECT_EQ(run.out, (QStringList{"message: Default.pal not found", strNoBrushes, "1000"})) << "no swatches and brushes in that folder; no document is open: no limit of colours is in force";
 }
 
 TEST_F(CScriptTest, WordCountsAreChecked)

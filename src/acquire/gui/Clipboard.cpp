@@ -56,7 +56,7 @@ bool PutOnClipboard(const LBitmapBase& bitmap)
     QClipboard* pClipboard = QGuiApplication::clipboard();
     pClipboard->setMimeData(new CImageMimeData(bitmap));
     g_offer.reset(); // not every system tells a program of its own change at once
-    return pClipboard->ownsClipboard();
+    return qobject_cast<const CImageMimeData*>(pClipboard->mimeData()) != nullptr; // not every platform tells who owns it
 }
 
 std::optional<ClipboardPicture> TakeFromClipboard()

@@ -30,7 +30,7 @@ constexpr int c_nLabelSpace = 4;
 constexpr int c_nControlSpace = 8;
 constexpr int c_nIcon = 20;
 constexpr int c_nHeight = 24;
-constexpr int c_nEditFrame = 14;
+constexpr int c_nEditFrame = 12;
 
 QString Utf8(std::string_view text)
 {
