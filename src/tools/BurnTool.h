@@ -1,13 +1,13 @@
 #pragma once
 
-#include "tools/StrokeTool.h"
+#include "tools/DodgeTool.h"
 
 namespace kestrune {
 
-/// The burn tool: makes darker what it passes.
-class CBurnTool : public CStrokeTool {
+/// The burn tool: makes darker what it passes, with the settings of dodge.
+class CBurnTool : public CDodgeTool {
 public:
-    using CStrokeTool::CStrokeTool;
+    using CDodgeTool::CDodgeTool;
 
 protected:
     std::unique_ptr<PaintCore> MakeCore(CPaintImage& image) const override;

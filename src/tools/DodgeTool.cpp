@@ -5,7 +5,7 @@
 
 namespace kestrune {
 
-std::unique_ptr<PaintCore> CDodgeTool::MakeCore(CPaintImage& image) const
+StrokeSettings CDodgeTool::Settings()
 {
     StrokeSettings settings;
     settings.nOpacity = GetToolOption(ToolOption::DodgeOpacity);
@@ -13,7 +13,12 @@ std::unique_ptr<PaintCore> CDodgeTool::MakeCore(CPaintImage& image) const
     settings.nMode = GetToolOption(ToolOption::DodgeMode);
     settings.nPressure = GetToolOption(ToolOption::DodgePressure);
     settings.nCurve = GetToolOption(ToolOption::DodgeCurve);
-    return std::make_unique<DodgeCore>(image, settings);
+    return settings;
+}
+
+std::unique_ptr<PaintCore> CDodgeTool::MakeCore(CPaintImage& image) const
+{
+    return std::make_unique<DodgeCore>(image, Settings());
 }
 
 } // namespace kestrune

@@ -10,6 +10,8 @@ public:
     using CStrokeTool::CStrokeTool;
 
 protected:
+    /// What the bar that dodge and burn share holds.
+    static StrokeSettings Settings();
     std::unique_ptr<PaintCore> MakeCore(CPaintImage& image) const override;
 };
 

@@ -101,6 +101,24 @@ void CTransformTool::Map(const Matrix3& m, Quad& corners)
         pt = m.Apply(pt);
 }
 
+void CTransformTool::Slant(const Drag& drag, bool bSideways, Quad& corners, Matrix3& matrix)
+{
+    const PointF centre = Centre(drag.start);
+    // Half of the rectangle's side, with the sign of the edge that is dragged.
+    const double fHalf = bSideways ? drag.start[drag.nHandle].y - centre.y : drag.start[drag.nHandle].x - centre.x;
+    if (std::abs(fHalf) < drag.fPixel / 2)
+        return; // the corner lies on the middle line, which no slant moves
+    Matrix3 step;
+    step.Translate(-centre.x, -centre.y);
+    if (bSideways)
+        step.ShearX((drag.to.x - drag.from.x) / fHalf);
+    else
+        step.ShearY((drag.to.y - drag.from.y) / fHalf);
+    step.Translate(centre.x, centre.y);
+    Map(step, corners);
+    matrix = step * matrix;
+}
+
 void CTransformTool::OnLButtonDown(CToolView& view, unsigned nFlags, CPoint pt)
 {
     CPaintTool::OnLButtonDown(view, nFlags, pt);

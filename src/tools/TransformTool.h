@@ -37,6 +37,8 @@ protected:
     /// The middle of four corners.
     static PointF Centre(const Quad& corners);
     static void Map(const Matrix3& m, Quad& corners);
+    /// Slants around the centre, sideways or up and down, so that the dragged edge follows the mouse.
+    static void Slant(const Drag& drag, bool bSideways, Quad& corners, Matrix3& matrix);
 
 private:
     void Apply(CToolView& view, CPaintImage& image);

@@ -5,6 +5,7 @@
 #include "doc/PictureTurn.h"
 #include "resources/PaletteColors.h"
 #include "tools/PictureActs.h"
+#include "tools/SelectionActs.h"
 #include "undo/UndoKinds.h"
 
 #include <gtest/gtest.h>
@@ -35,17 +36,7 @@ void SelectTriangle(CPaintImage& image, const CRect& rc)
     for (int y = rc.top; y < rc.bottom; y++)
         for (int x = rc.left; x <= rc.left + (y - rc.top) * (rc.Width() - 1) / std::max(rc.Height() - 1, 1); x++)
             image.m_pMask[y * image.m_nWidth + x] = static_cast<std::uint8_t>(x == rc.left ? 90 : 255);
-    image.InvalidateMaskBounds();
-    CRect b;
-    image.GetMaskBounds(b.left, b.top, b.right, b.bottom);
-    image.m_nFloatX = b.left;
-    image.m_nFloatY = b.top;
-    image.m_nFloatW = b.Width();
-    image.m_nFloatH = b.Height();
-    image.m_rcFloat = image.m_rcFloatStart = b;
-    image.CaptureFloat(b.left, b.top, b.Width(), b.Height());
-    image.m_bFloatReady = image.m_bSelection = true;
-    image.m_bFloating = false;
+    FinishSelection(image);
 }
 
 COLORREF At(const LBitmapBase& bitmap, int x, int y)

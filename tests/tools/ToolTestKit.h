@@ -3,6 +3,7 @@
 #include "base/Messages.h"
 #include "doc/PaintImage.h"
 #include "tools/PaintTool.h"
+#include "tools/SelectionActs.h"
 #include "tools/ToolRegistry.h"
 #include "undo/UndoStack.h"
 
@@ -42,16 +43,7 @@ public:
             for (int x = rc.left; x < rc.right; x++)
                 m_image.m_pMask[y * m_image.m_nWidth + x] = static_cast<std::uint8_t>(bFade ? 255 * (x - rc.left + 1) / rc.Width() : 255);
         m_image.InvalidateMaskBounds();
-        CRect rcBounds;
-        m_image.GetMaskBounds(rcBounds.left, rcBounds.top, rcBounds.right, rcBounds.bottom);
-        m_image.m_nFloatX = rc.left;
-        m_image.m_nFloatY = rc.top;
-        m_image.m_nFloatW = rc.Width();
-        m_image.m_nFloatH = rc.Height();
-        m_image.m_rcFloat = m_image.m_rcFloatStart = rc;
-        m_image.CaptureFloat(rc.left, rc.top, rc.Width(), rc.Height());
-        m_image.m_bFloatReady = m_image.m_bSelection = true;
-        m_image.m_bFloating = false;
+        FinishSelection(m_image, rc);
     }
 
     CPaintImage* GetImage() const override { return m_bHasImage ? const_cast<CPaintImage*>(&m_image) : nullptr; }
