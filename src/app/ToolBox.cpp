@@ -122,6 +122,9 @@ void CToolBox::UpdateStates(bool bMarks)
         const CommandState state = m_query(slot.nCommand);
         slot.pButton->setEnabled(state.bEnabled);
         if (bMarks) {
+            // Unchecked first: a button that ceases to be checkable does not draw itself anew.
+            if (!state.bChecked)
+                slot.pButton->setChecked(false);
             slot.pButton->setCheckable(state.bChecked);
             slot.pButton->setChecked(state.bChecked);
         }
