@@ -18,8 +18,8 @@ ByteTable Fill(const Entry& entry)
 
 int ClampByte(int n) { return std::clamp(n, 0, 255); }
 
-/// The curve f of the tone weights.
-double Falling(int i) { return 1.075 - 1.0 / (i / 16.0 + 1.0); }
+/// The curve of the tone weights: from next to nothing at black steeply up to about one.
+double Rising(int i) { return 1.075 - 1.0 / (i / 16.0 + 1.0); }
 
 } // namespace
 
@@ -62,7 +62,9 @@ ByteTable ColourizeTable(int nWeight, int nReference)
     return Fill([=](int v) { return (v * (100 - nWeight) + nReference * nWeight) / 100.0; });
 }
 
-double ShadowWeight(int i) { return Falling(255 - i); }
+double ShadowWeight(int i) { return Rising(255 - i); }
+
+double HighlightWeight(int i) { return Rising(i); }
 
 double BellWeight(int i)
 {
@@ -74,10 +76,10 @@ ByteTable BalanceTable(int nShadows, int nMidtones, int nHighlights)
 {
     const auto add = [](int v, int nDelta, double fWeight) { return ClampByte(v + static_cast<int>(nDelta * fWeight)); };
     return Fill([=](int i) {
-        // A lightened shadow and a darkened highlight follow the falling curve, everything else the bell.
+        // Shadows that get darker and highlights that get lighter have curves of their own, everything else follows the bell.
         int v = add(i, nShadows, nShadows < 1 ? ShadowWeight(i) : BellWeight(i));
         v = add(v, nMidtones, BellWeight(v));
-        return add(v, nHighlights, nHighlights < 1 ? ShadowWeight(v) : BellWeight(v));
+        return add(v, nHighlights, nHighlights < 1 ? BellWeight(v) : HighlightWeight(v));
     });
 }
 

@@ -26,8 +26,9 @@ ByteTable NormalizeTable(int nMin, int nMax);
 /// Mixes a reference byte in by a weight of 0..100 percent.
 ByteTable ColourizeTable(int nWeight, int nReference);
 
-/// Weights of a tone range by byte: shadows (a falling curve) and midtones (a bell). Highlights use the bell too.
+/// Weights of a tone range by byte: shadows (a falling curve), midtones (a bell), highlights (a rising curve).
 double ShadowWeight(int i);
+double HighlightWeight(int i);
 double BellWeight(int i);
 /// One channel of Colour Balance: three deltas, each applied to what the one before left.
 ByteTable BalanceTable(int nShadows, int nMidtones, int nHighlights);

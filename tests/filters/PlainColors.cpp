@@ -43,6 +43,7 @@ int Clamp(int n) { return std::clamp(n, 0, 255); }
 double ToneF(int i) { return 1.075 - 1.0 / (i / 16.0 + 1.0); }
 double ToneG(int i) { return (1.0 - ((i - 127.0) / 127.0) * ((i - 127.0) / 127.0)) * 0.667; }
 double ToneA(int i) { return ToneF(255 - i); }
+double ToneB(int i) { return ToneF(i); }
 
 Picture Invert(const PlainRun& run)
 {
@@ -168,7 +169,7 @@ Picture ColorBalance(const PlainRun& run)
         const int S = a.anDelta[0][c], M = a.anDelta[1][c], H = a.anDelta[2][c];
         v = Clamp(v + static_cast<int>(S * (S < 1 ? ToneA(v) : ToneG(v))));
         v = Clamp(v + static_cast<int>(M * ToneG(v)));
-        return Clamp(v + static_cast<int>(H * (H < 1 ? ToneA(v) : ToneG(v))));
+        return Clamp(v + static_cast<int>(H * (H < 1 ? ToneG(v) : ToneB(v))));
     };
     return EachPixel(run, [&](Bytes v) {
         Bytes out{shift(v.b, 2), shift(v.g, 1), shift(v.r, 0)};
