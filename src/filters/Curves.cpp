@@ -60,7 +60,7 @@ double CurveAt(const std::array<std::int32_t, 256>& curve, double x)
         const double u = x * 255;
         const int i = static_cast<int>(std::floor(u));
         const double f = u - i;
-        y = curve[i] + (curve[i + 1] - curve[i]) * f;
+        y = (1.0 - f) * curve[i] + f * curve[i + 1];
     }
     return y / 255;
 }
@@ -128,11 +128,15 @@ void RebuildCurve(CurvesValues& values, int nChannel)
         curve[x] = used[0]->y;
     for (int x = std::max(used[n - 1]->x, -1) + 1; x < 256; ++x)
         curve[x] = used[n - 1]->y;
-    for (int i = 0; i + 1 < n; ++i)
-        DrawSegment(curve, {used[std::max(i - 1, 0)], used[i], used[i + 1], used[std::min(i + 2, n - 1)]});
     // The steps are meant to end on the last point, yet their sum may stop a hair before its column: white would keep its old value
     // when the curve's end is pulled down.
-    curve[std::clamp(used[n - 1]->x, 0, 255)] = used[n - 1]->y;
+    std::int32_t& nEnd = curve[std::clamp(used[n - 1]->x, 0, 255)];
+    constexpr std::int32_t c_nNotReached = -1;
+    nEnd = c_nNotReached;
+    for (int i = 0; i + 1 < n; ++i)
+        DrawSegment(curve, {used[std::max(i - 1, 0)], used[i], used[i + 1], used[std::min(i + 2, n - 1)]});
+    if (nEnd == c_nNotReached)
+        nEnd = used[n - 1]->y;
 }
 
 ChannelTables CurveTables(const CurvesValues& values)

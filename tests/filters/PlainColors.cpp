@@ -214,7 +214,8 @@ Picture Curves(const PlainRun& run)
             return curve[255] / 255.0;
         const double u = x * 255;
         const int i = static_cast<int>(std::floor(u));
-        return (curve[i] + (curve[i + 1] - curve[i]) * (u - i)) / 255;
+        const double f = u - i;
+        return ((1.0 - f) * curve[i] + f * curve[i + 1]) / 255;
     };
     const auto byte = [&](int i, int c) { return static_cast<int>(at(0, at(c + 1, i / 255.0)) * 255); };
     return EachPixel(run, [&](Bytes v) { return Bytes{byte(v.b, 2), byte(v.g, 1), byte(v.r, 0)}; });
