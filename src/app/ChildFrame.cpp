@@ -82,6 +82,7 @@ void CChildFrame::OnUpdateFrameTitle()
 
 bool CChildFrame::SaveModified()
 {
+    m_pView->EndDrag(); // a stroke under way is part of what the question is about
     if (!m_pDoc->IsModified())
         return true;
     std::string strText(StringText(IDS_ASK_SAVE));

@@ -159,6 +159,11 @@ std::array<CCommandTarget*, 5> CPaintApp::Route() const
 
 bool CPaintApp::ExecuteCommand(int nId)
 {
+    // A tool works on the picture: keys and other windows must not change it, nor the tool, before the button is up. What closes
+    // the picture ends the drag first.
+    const bool bCloses = nId == ID_APP_EXIT || nId == ID_CLOSE_ALL || nId == ID_FILE_CLOSE;
+    if (const CPaintView* pView = ActiveView(); pView && pView->IsDragging() && !bCloses)
+        return false;
     for (CCommandTarget* pTarget : Route()) {
         if (!pTarget || !pTarget->Handles(nId))
             continue;

@@ -49,7 +49,7 @@ public:
     bool CloseAllDocuments();
 
     /// Routes a command id: view, document, child frame, main frame, application; the first that handles it runs.
-    /// False when nobody handles it or it is disabled.
+    /// False when nobody handles it or it is disabled, and while a tool's drag goes on.
     bool ExecuteCommand(int nId);
     /// What menus, toolbars and scripts show of a command; disabled when nobody handles it.
     CommandState QueryCommand(int nId) const;

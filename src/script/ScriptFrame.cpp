@@ -13,6 +13,7 @@
 #include "ui/NumEdit.h"
 #include "undo/gui/HistoryBox.h"
 #include "undo/gui/HistoryModel.h"
+#include "view/PaintView.h"
 
 #include <QApplication>
 #include <QFile>
@@ -103,7 +104,8 @@ bool ClickHistoryRow(CPaintApp& app, int nRow)
 {
     CHistoryBox& box = app.MainFrame().Boxes().History();
     const QModelIndex index = box.model()->index(nRow, 0);
-    if (!index.isValid())
+    const CPaintView* pView = app.ActiveView();
+    if (!index.isValid() || (pView && pView->IsDragging())) // the mouse is busy elsewhere
         return false;
     box.scrollTo(index);
     const QPointF pt = QRectF(box.visualRect(index)).center(), ptScreen = box.viewport()->mapToGlobal(pt);

@@ -53,6 +53,7 @@ CPaintView::CPaintView(CPaintDoc& doc, CViewHost& host, QWidget* pParent)
 
 CPaintView::~CPaintView()
 {
+    EndDrag();
     if (g_pActiveToolView == this)
         OnActivateView(false);
     m_pViews->Remove(this);
@@ -205,6 +206,7 @@ void CPaintView::OnActivateView(bool bActivate)
             pImage->Activate();
         RefreshOverlay();
     } else {
+        EndDrag();
         ReleaseSpace();
         LetGoOfKeys();
         SetOverlay({}); // the tool may change before the view comes back

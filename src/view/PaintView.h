@@ -67,6 +67,11 @@ public:
     void OnInitialUpdate();
     void OnUpdate(int nHint);
     void OnActivateView(bool bActivate);
+    /// True from a press that a tool took until the button is up. No command runs then.
+    bool IsDragging() const { return m_bMouseDown && m_bCapture; }
+    /// Ends a drag as if the button were let go where the pointer was last seen: the view goes away, or another window has
+    /// taken the mouse. Nothing without a drag.
+    void EndDrag();
 
     // CImageSite and CToolView
     void RepaintRect(const CRect& rcImage) override;
@@ -105,6 +110,8 @@ protected:
     void keyPressEvent(QKeyEvent* pEvent) override;
     void keyReleaseEvent(QKeyEvent* pEvent) override;
     void focusOutEvent(QFocusEvent* pEvent) override;
+    bool focusNextPrevChild(bool bNext) override;
+    void hideEvent(QHideEvent* pEvent) override;
     void timerEvent(QTimerEvent* pEvent) override;
     void dragEnterEvent(QDragEnterEvent* pEvent) override;
     void dragMoveEvent(QDragMoveEvent* pEvent) override;
@@ -148,6 +155,8 @@ private:
     bool m_bMouseDown = false;             ///< a press reached a tool, whose drag this is until the button is up
     bool m_bDragArmed = false;             ///< a left press that no drag-and-drop has used yet
     int m_nDragTool = 0;                   ///< the tool of that press
+    Qt::MouseButton m_dragButton = Qt::LeftButton;
+    CPoint m_ptDrag; ///< where the pointer was last seen during it
     QPointF m_ptPress;
     bool m_bTempHand = false; ///< Space holds the hand tool
     int m_nPrevTool = 0;      ///< the tool to return to then

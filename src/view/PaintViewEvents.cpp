@@ -51,7 +51,7 @@ void CPaintView::mousePressEvent(QMouseEvent* pEvent)
 {
     const CPoint pt = PointFromViewport(pEvent->position());
     if (pEvent->buttons() == pEvent->button())
-        m_bMouseDown = false; // no other button is held: a message box has taken the release of the press before
+        EndDrag(); // no other button is held: another window has taken the release of the press before
     if (!GetImage() || m_bMouseDown)
         return;
     if (pEvent->button() == Qt::RightButton) {
@@ -65,13 +65,15 @@ void CPaintView::mousePressEvent(QMouseEvent* pEvent)
     m_host.BeforePress(*this);
     m_nDragTool = bLeft ? g_nCurrentTool : TOOL_HAND; // the middle button pans, whatever the tool
     m_bMouseDown = true;
+    m_dragButton = pEvent->button();
+    m_ptDrag = pt;
     m_ptPress = pEvent->position();
     if (CPaintTool* pTool = EventTool()) {
         // A window system that would merge moves for a busy program takes corners off the path of a quick hand.
         QCoreApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, !pTool->WantsEveryMove());
         pTool->OnLButtonDown(*this, FlagsOf(*pEvent), pt);
     }
-    m_bDragArmed = bLeft;
+    m_bDragArmed = bLeft && m_bMouseDown; // a message of the tool has taken the mouse already
 }
 
 void CPaintView::mouseReleaseEvent(QMouseEvent* pEvent)
@@ -96,6 +98,18 @@ void CPaintView::mouseReleaseEvent(QMouseEvent* pEvent)
     UpdateCursor(pt);
 }
 
+void CPaintView::EndDrag()
+{
+    if (!m_bMouseDown)
+        return;
+    CPaintTool* pTool = EventTool();
+    m_bMouseDown = false;
+    m_bDragArmed = false;
+    QCoreApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, true);
+    if (pTool && GetImage())
+        pTool->OnLButtonUp(*this, 0, m_ptDrag);
+}
+
 bool CPaintView::viewportEvent(QEvent* pEvent)
 {
     if (pEvent->type() == QEvent::Leave && !m_bMouseDown)
@@ -117,6 +131,9 @@ void CPaintView::mouseMoveEvent(QMouseEvent* pEvent)
     if (!GetImage())
         return;
     const CPoint pt = PointFromViewport(pEvent->position());
+    if (m_bMouseDown && !(pEvent->buttons() & m_dragButton))
+        EndDrag(); // the release went to another window
+    m_ptDrag = pt;
     m_host.MoveRulerMarkers(*this, pt);
     const bool bInside = GetPictureRect().Contains(pt.x, pt.y);
     const CPoint image = bInside ? ClientToImage(pt) : CPoint{0, 0};
@@ -279,7 +296,21 @@ void CPaintView::focusOutEvent(QFocusEvent* pEvent)
 {
     ReleaseSpace(); // its release would go to another window
     LetGoOfKeys();
+    if (QApplication::activeModalWidget())
+        EndDrag(); // the dialog keeps the mouse from this window
     QAbstractScrollArea::focusOutEvent(pEvent);
+}
+
+/// The keyboard stays here while a button is held: a key for another box could change the picture under the tool.
+bool CPaintView::focusNextPrevChild(bool bNext)
+{
+    return IsDragging() || QAbstractScrollArea::focusNextPrevChild(bNext); // true: it was used here, and no parent moves on
+}
+
+void CPaintView::hideEvent(QHideEvent* pEvent)
+{
+    EndDrag();
+    QAbstractScrollArea::hideEvent(pEvent);
 }
 
 void CPaintView::StartTimer(int nTimer, int nMilliseconds)

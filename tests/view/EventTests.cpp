@@ -3,7 +3,9 @@
 #include "tools/ToolRegistry.h"
 #include "tools/ToolTable.h"
 
+#include <QDialog>
 #include <QDropEvent>
+#include <QLineEdit>
 #include <QMimeData>
 #include <QScrollBar>
 #include <QUrl>
@@ -202,6 +204,72 @@ TEST_F(EventTest, LosingTheKeyboardEndsTheLoan)
     QFocusEvent out(QEvent::FocusOut);
     QApplication::sendEvent(&view, &out);
     EXPECT_EQ(g_nCurrentTool, c_nSpy);
+}
+
+TEST_F(EventTest, ADragEndsWhenItsReleaseCannotCome)
+{
+    const auto press = [&] {
+        QTest::mousePress(Area(), Qt::LeftButton, {}, {60, 70});
+        QTest::mouseMove(Area(), {65, 72});
+        EXPECT_TRUE(view.IsDragging());
+    };
+    const auto expectEnd = [&](const char* pszUp) {
+        EXPECT_FALSE(view.IsDragging());
+        EXPECT_THAT(spy.Taken(), testing::Contains(pszUp));
+        QTest::mouseRelease(Area(), Qt::LeftButton, {}, {65, 72});
+        spy.Taken();
+    };
+    press(); // another window took the release: the pointer comes back without the button
+    QMouseEvent move(QEvent::MouseMove, QPointF(80, 80), Area()->mapToGlobal(QPointF(80, 80)), Qt::NoButton, Qt::NoButton, {});
+    QApplication::sendEvent(Area(), &move);
+    expectEnd("up 0 65,72");
+    press();
+    view.OnActivateView(false); // another picture came to the front
+    view.OnActivateView(true);
+    expectEnd("up 0 65,72");
+    press();
+    view.hide();
+    view.show();
+    expectEnd("up 0 65,72");
+    press(); // a dialog that nobody asked for
+    QDialog dialog;
+    dialog.setModal(true);
+    dialog.show();
+    QFocusEvent out(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
+    QApplication::sendEvent(&view, &out);
+    expectEnd("up 0 65,72");
+    dialog.hide();
+    press();
+    {
+        CPaintView second(picture.doc, host);
+        ShowView(second, 200, 160);
+        QTest::mousePress(second.viewport(), Qt::LeftButton, {}, {30, 30});
+        spy.Taken();
+    } // a view that ends in the middle of it
+    EXPECT_THAT(spy.Taken(), ElementsAre("up 0 30,30"));
+}
+
+TEST_F(EventTest, TheKeyboardStaysWhileAButtonIsHeld)
+{
+    QWidget window;
+    CPaintView held(picture.doc, host, &window);
+    QLineEdit other(&window);
+    held.resize(200, 160);
+    other.move(0, 170);
+    window.show();
+    window.activateWindow();
+    QApplication::processEvents();
+    const auto tab = [&] {
+        held.setFocus();
+        QTest::keyClick(&held, Qt::Key_Tab);
+        return held.hasFocus();
+    };
+    EXPECT_FALSE(tab());
+    QTest::mousePress(held.viewport(), Qt::LeftButton, {}, {60, 70});
+    EXPECT_TRUE(held.IsDragging());
+    EXPECT_TRUE(tab());
+    QTest::mouseRelease(held.viewport(), Qt::LeftButton, {}, {60, 70});
+    EXPECT_FALSE(tab());
 }
 
 TEST_F(EventTest, KeysScrollUnlessTheToolTakesThem)
