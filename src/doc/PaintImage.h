@@ -64,8 +64,8 @@ public:
     /// Takes the pixels and the mask of a rectangle into the float bitmap and mask. What lies outside the picture is black
     /// and outside the mask. A rectangle without size releases the float.
     void CaptureFloat(int x, int y, int w, int h);
-    /// Makes the base bitmap the picture with the selection erased to the background colour, by the mask's bytes; nothing in
-    /// move mode "copy".
+    /// Makes the base bitmap the picture with the selection erased to the background colour (the nearest of the palette that a picture
+    /// of few colours has), by the mask's bytes; nothing in move mode "copy".
     void CutFloatHole();
     /// Rebuilds `m_Bitmap`: the base bitmap with the float over it, at the site's opacity, and repaints what the float left and
     /// what it covers. The float's corner stands at (`m_nFloatX`, `m_nFloatY`); what of it lies in `m_rcFloat` is seen. `dx` and `dy`
@@ -83,6 +83,8 @@ public:
     /// Puts other pixels in the float's place and composites them over the base bitmap: the float must have been lifted.
     /// The mask is the caller's to rebuild, and the selection counts as not live.
     void ReplaceFloat(FloatPixels pixels);
+    /// Writes a float that was not lifted into the picture through its mask alone: the bar's opacity is that of what floats above it.
+    void WriteFloatBack();
     /// The corners of the float's rectangle in the picture.
     Quad FloatCorners() const;
     /// Releases the float bitmap and mask.
@@ -169,7 +171,7 @@ private:
 
     std::uint32_t m_nTracedSerial = 0; ///< the mask's number when its boundary was traced
     CRect FloatTarget(int nMaskStride) const;
-    void BlendFloat(const CRect& rc, int nMaskStride);
+    void BlendFloat(const CRect& rc, int nMaskStride, int nPercent);
     void RestoreBase(const CRect& rc, const CRect& rcExcept);
     void RepaintComposite(const CRect& rc);
 

@@ -62,7 +62,8 @@ void CPaintImage::CutFloatHole()
     // Outside the mask's bounds every byte is 0 and the pixel stays.
     if (!m_pMask || !GetMaskBounds(rc.left, rc.top, rc.right, rc.bottom) || rc.IsEmpty())
         return;
-    const std::uint8_t bgr[3] = {BlueOf(g_crBackground), GreenOf(g_crBackground), RedOf(g_crBackground)};
+    const COLORREF cr = m_pPalette && !m_pPalette->empty() ? SnapToPalette(g_crBackground, *m_pPalette) : g_crBackground;
+    const std::uint8_t bgr[3] = {BlueOf(cr), GreenOf(cr), RedOf(cr)};
     const bool bHard = IsHardAlpha();
     m_BaseBitmap.DetachRows(rc.top, rc.bottom);
     ParallelRows(rc.Height(), 32, [&](int y0, int y1) {
@@ -82,10 +83,10 @@ CRect CPaintImage::FloatTarget(int nMaskStride) const
     return Intersect(Intersect(m_rcFloat, rcMemory), {0, 0, m_nWidth, m_nHeight});
 }
 
-/// Writes the float over the base bitmap into that part of `m_Bitmap`.
-void CPaintImage::BlendFloat(const CRect& rc, int nMaskStride)
+/// Writes the float, at an opacity in percent, over the base bitmap into that part of `m_Bitmap`.
+void CPaintImage::BlendFloat(const CRect& rc, int nMaskStride, int nPercent)
 {
-    const FloatCover cover{static_cast<int>(Site().FloatOpacity() * 255 / 100.0), IsHardAlpha()};
+    const FloatCover cover{static_cast<int>(nPercent * 255 / 100.0), IsHardAlpha()};
     m_Bitmap.DetachRows(rc.top, rc.bottom);
     ParallelRows(rc.Height(), 32, [&](int y0, int y1) {
         for (int y = rc.top + y0; y < rc.top + y1; y++) {
@@ -128,8 +129,18 @@ void CPaintImage::CompositeFloat(int, int, int nMaskStride)
 {
     m_Bitmap.Copy(m_BaseBitmap);
     const CRect rc = FloatTarget(nMaskStride);
-    BlendFloat(rc, nMaskStride);
+    BlendFloat(rc, nMaskStride, Site().FloatOpacity());
     RepaintComposite(rc);
+}
+
+void CPaintImage::WriteFloatBack()
+{
+    const int nMaskStride = m_FloatBitmap.GetWidth();
+    const CRect rc = FloatTarget(nMaskStride);
+    m_BaseBitmap.Copy(m_Bitmap);
+    BlendFloat(rc, nMaskStride, 100);
+    m_BaseBitmap.Copy(m_Bitmap);
+    Site().RepaintRect(rc);
 }
 
 void CPaintImage::MoveFloatTo(int x, int y, CompositeFrom from)
@@ -149,7 +160,7 @@ void CPaintImage::MoveFloatTo(int x, int y, CompositeFrom from)
         return CompositeFloat(dx, dy, nMaskStride);
     const CRect rc = FloatTarget(nMaskStride);
     RestoreBase(m_rcComposited, rc);
-    BlendFloat(rc, nMaskStride);
+    BlendFloat(rc, nMaskStride, Site().FloatOpacity());
     RepaintComposite(rc);
 }
 

@@ -93,9 +93,10 @@ bool TurnSelection(CPaintImage& image, PictureTurn turn)
     PushRect(image, 0, 0, image.m_nWidth, image.m_nHeight, turn == PictureTurn::Mirror ? UNDO_MIRROR_SELECTION : UNDO_FLIP_SELECTION);
     image.m_FloatBitmap = std::move(turned);
     TurnPlane(image.m_pFloatMask.get(), nWidth, nHeight, turn);
-    image.CompositeFloat(0, 0, nWidth);
-    if (!image.m_bFloating)
-        image.m_BaseBitmap.Copy(image.m_Bitmap);
+    if (image.m_bFloating)
+        image.CompositeFloat(0, 0, nWidth);
+    else
+        image.WriteFloatBack();
     MaskFromFloat(image);
     SettleHistory(image);
     image.Site().RepaintAll();

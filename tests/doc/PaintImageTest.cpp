@@ -292,7 +292,8 @@ TEST_F(PaintImageTest, TheFloatAgreesWithAPlainReference)
             const int a = Div255(image.m_pMask[y * w + x] * nOpacity);
             return bHard ? (a < 128 ? 0 : 255) : a;
         };
-        const int bgr[3] = {BlueOf(g_crBackground), GreenOf(g_crBackground), RedOf(g_crBackground)};
+        const COLORREF cr = image.m_pPalette ? SnapToPalette(g_crBackground, *image.m_pPalette) : g_crBackground; // no colour of few is another
+        const int bgr[3] = {BlueOf(cr), GreenOf(cr), RedOf(cr)};
 
         site.nMoveMode = 1;
         image.CutFloatHole();

@@ -186,6 +186,22 @@ TEST(PictureActs, ASelectionIsMirroredThroughItsMask)
     EXPECT_TRUE(IsSamePicture(pImage->m_Bitmap, before));
 }
 
+TEST(PictureActs, TheOpacityIsOfWhatFloatsAndNotOfASelectionThatIsFlipped)
+{
+    struct CFaintSite : CImageSite {
+        int FloatOpacity() const override { return 30; }
+    } faint;
+    const auto pFaint = MakePicture(40, 30), pFull = MakePicture(40, 30);
+    pFaint->SetSite(&faint);
+    for (CPaintImage* pImage : {pFaint.get(), pFull.get()}) {
+        SelectTriangle(*pImage, {6, 5, 22, 21});
+        ASSERT_TRUE(TurnSelection(*pImage, PictureTurn::Flip));
+    }
+    EXPECT_TRUE(IsSamePicture(pFaint->m_Bitmap, pFull->m_Bitmap));
+    EXPECT_TRUE(IsSamePicture(pFaint->m_BaseBitmap, pFull->m_Bitmap));
+    pFaint->SetSite(nullptr);
+}
+
 TEST(PictureActs, ALiftedFloatPartlyOutsideIsFlippedAndStaysLifted)
 {
     const auto pImage = MakePicture(20, 20);
