@@ -5,6 +5,8 @@
 #include <QFile>
 #include <QImage>
 
+#include <sys/resource.h>
+
 namespace {
 
 /// 61 x 37, every pixel another colour.
@@ -133,4 +135,45 @@ TEST_F(CScriptTest, CopyPasteCutAndClear)
     white.fill(Qt::white);
     EXPECT_EQ(Dumped(Path("cleared.ppm")), white) << "what was lifted is dropped";
     EXPECT_EQ(Dumped(Path("u.ppm")), Dumped(Path("flipped.ppm")));
+}
+
+TEST_F(CScriptTest, CutTakesTheSelectionAndWithoutOneTheCommandsSaySo)
+{
+    const QImage photo = MakePhoto(Path("p.png"));
+    const QString strNothing = "message: 선택된 영역이 없습니다.";
+    const QStringList out = Output("open p.png\ncommand 30009\ncommand 30010\nprint history\nbackground 9 8 7\noption Floater Feather 1\npress 10 5\nrelease 30 25\nprint bounds\n"
+                                   "dump mask m.pgm\ncut\ndump image cut.ppm\nprint float\ncommand 30082\nprint size\ndump image new.ppm\n");
+    ASSERT_EQ(out.size(), 6);
+    EXPECT_EQ(out.mid(0, 3), (QStringList{strNothing, strNothing, "* << 원본 이미지 >>"}));
+    const QStringList bounds = out[3].split(u' ');
+    const QRect rc(QPoint(bounds[0].toInt(), bounds[1].toInt()), QPoint(bounds[2].toInt() - 1, bounds[3].toInt() - 1));
+    EXPECT_EQ(out[4], QStringLiteral("%1 %2 %3 %4 %5 1 0 1").arg(rc.x()).arg(rc.y()).arg(rc.width()).arg(rc.height()).arg(out[3]));
+    EXPECT_EQ(out[5], QStringLiteral("%1 %2").arg(rc.width()).arg(rc.height()));
+    EXPECT_EQ(Dumped(Path("new.ppm")), photo.copy(rc)) << "the whole rectangle, before it was erased";
+    const QImage mask(Path("m.pgm")), cut = Dumped(Path("cut.ppm"));
+    for (int y = 0; y < photo.height(); y++)
+        for (int x = 0; x < photo.width(); x++) {
+            const int nWas = qGreen(photo.pixel(x, y)), t = (8 - nWas) * qGray(mask.pixel(x, y)) + 128;
+            ASSERT_EQ(qGreen(cut.pixel(x, y)), nWas + (((t >> 8) + t) >> 8)) << x << ' ' << y;
+        }
+}
+
+TEST_F(CScriptTest, WithoutMemoryAResizeSaysSoAndEndsInOrder)
+{
+    QProcess program;
+    program.setProcessEnvironment(Environment());
+    program.start(QStringLiteral(KESTRUNE_BUILD_DIR "/kestrune"), {"--script", "-"});
+    program.write("new 1500 1000 white rgb\nprint size\nwait 2000\ncommand 30012 Width=4999 Proportions=0 Height=4999\n");
+    program.closeWriteChannel();
+    while (!program.canReadLine() && program.waitForReadyRead(60000)) { }
+    ASSERT_EQ(program.readLine().trimmed(), "1500 1000");
+    QFile pages(QStringLiteral("/proc/%1/statm").arg(program.processId()));
+    ASSERT_TRUE(pages.open(QIODevice::ReadOnly));
+    const rlim_t nMost = pages.readAll().split(' ').first().toULongLong() * 4096 + (40 << 20); // the new picture takes 75 million bytes
+    const rlimit limit{nMost, nMost};
+    ASSERT_EQ(prlimit(static_cast<pid_t>(program.processId()), RLIMIT_AS, &limit, nullptr), 0);
+    ASSERT_TRUE(program.waitForFinished(60000));
+    EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(program.exitCode(), 1);
+    EXPECT_TRUE(QString::fromUtf8(program.readAllStandardOutput()).startsWith("message: 메모리가 부족하여")) << program.readAllStandardError().toStdString();
 }
