@@ -18,6 +18,8 @@ constexpr char c_szSection[] = "BarState";
 /// Grows when the format of the toolkit's state, or the meaning of a bar, changes.
 constexpr int c_nStateVersion = 1;
 constexpr int c_nFirstColumnWidth = 210;
+/// How the boxes share the first column, from the top: the brushes need the most to choose from.
+constexpr int c_aFirstHeights[] = {190, 300, 190};
 constexpr int c_nFloatRight = 210;
 constexpr QPoint c_ptFloatLowerLeft(35, 200);
 
@@ -97,6 +99,7 @@ void CFrameBars::PlaceAtFirst()
             widths.push_back(c_nFirstColumnWidth);
         }
     m_frame.resizeDocks(column, widths, Qt::Horizontal);
+    m_frame.resizeDocks(column, QList<int>(std::begin(c_aFirstHeights), std::end(c_aFirstHeights)), Qt::Vertical);
 }
 
 bool CFrameBars::KnowsBar(int nId) const

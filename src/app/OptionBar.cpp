@@ -81,6 +81,7 @@ COptionBar::COptionBar(QWidget* pParent)
     m_pFollow = new QCheckBox(Text(IDS_FRAME_FOLLOWS_ZOOM), pRow);
     m_pFollow->setFocusPolicy(Qt::TabFocus);
     m_pFollow->setToolTip(Text(IDS_FRAME_FOLLOWS_ZOOM_TIP));
+    m_pFollow->setAccessibleName(Text(IDS_FRAME_FOLLOWS_ZOOM));
     pLayout->addWidget(m_pFollow);
     addWidget(pRow);
 
@@ -97,11 +98,17 @@ void COptionBar::ShowPage(QWidget* pPage)
     FitLabel();
 }
 
-/// A long row of options takes the place of the zoom box's label, whose percent sign says as much.
+/// A long row of options takes the place of the zoom box's label, whose percent sign says as much, and in a narrow window that of
+/// the check box's text too, which its tip repeats.
 void COptionBar::FitLabel()
 {
-    const int nRest = width() - m_pZoomLabel->sizeHint().width() - m_pZoom->width() - m_pFollow->sizeHint().width() - c_nPanelSpace;
-    m_pZoomLabel->setVisible(m_pPages->currentWidget()->sizeHint().width() <= nRest);
+    const QString strFollow = Text(IDS_FRAME_FOLLOWS_ZOOM);
+    m_pFollow->setText(strFollow);
+    const int nPage = m_pPages->currentWidget()->sizeHint().width();
+    const int nRest = width() - m_pZoom->width() - m_pFollow->sizeHint().width() - c_nPanelSpace;
+    m_pZoomLabel->setVisible(nPage <= nRest - m_pZoomLabel->sizeHint().width());
+    if (nPage > nRest)
+        m_pFollow->setText({});
 }
 
 void COptionBar::resizeEvent(QResizeEvent* pEvent)

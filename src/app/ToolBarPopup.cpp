@@ -43,7 +43,6 @@ CToolBarPopup::CToolBarPopup(std::span<const int> commands, int nCurrent, const 
         pButton->setAccessibleName(PlainText(row.text));
         pButton->setEnabled(isEnabled(nCommand));
         pButton->setCheckable(true);
-        pButton->setChecked(nCommand == nCurrent);
         pRow->addWidget(pButton);
         m_entries.push_back({nCommand, pButton});
         nWidest = std::max(nWidest, fontMetrics().horizontalAdvance(TipOf(row)));
@@ -72,8 +71,8 @@ void CToolBarPopup::ShowBeside(const QWidget& button)
 void CToolBarPopup::Track(QPoint ptScreen)
 {
     const int nCommand = CommandAt(ptScreen);
-    for (const Entry& entry : m_entries)
-        entry.pButton->setDown(entry.nCommand == nCommand);
+    for (const Entry& entry : m_entries) // one is lit: the one that letting go chooses, else the one that stays
+        entry.pButton->setChecked(entry.nCommand == (nCommand ? nCommand : m_nCurrent));
     m_pName->setText(TipOf(*FindCommand(nCommand ? nCommand : m_nCurrent)));
 }
 

@@ -42,4 +42,9 @@ void SayMessage(int nStringId)
     SayMessage(std::string(StringText(nStringId)));
 }
 
+void SayStop(int nStringId)
+{
+    Messages().Stop(std::string(StringText(nStringId)));
+}
+
 } // namespace kestrune

@@ -15,6 +15,9 @@ public:
     /// Shows `strText` with the buttons and waits for the answer. `nDefault` is the button that Enter presses.
     virtual MessageAnswer Message(const std::string& strText, MessageButtons buttons, MessageAnswer nDefault) = 0;
 
+    /// Says that something is missing without which the program cannot do its work: the same with the sign of a stop.
+    virtual void Stop(const std::string& strText) { Message(strText, MessageButtons::Ok, MessageAnswer::Ok); }
+
     /// A quiet line in the status bar; nothing waits for it.
     virtual void StatusText(const std::string& strText) = 0;
 };
@@ -28,5 +31,7 @@ void SetMessageSink(CMessageSink* pSink);
 void SayMessage(const std::string& strText);
 /// Says the text of that number in the string table.
 void SayMessage(int nStringId);
+/// Says it with the sign of a stop.
+void SayStop(int nStringId);
 
 } // namespace kestrune

@@ -70,8 +70,6 @@ void PlotCurve(std::span<const CPoint> points, ResponseTable& table)
             table[static_cast<std::size_t>(nColumn)] = y.Step();
         }
     }
-    // The walk leaves the first column at its far side: a steep curve would lay a haze over the empty parts of a brush.
-    table[static_cast<std::size_t>(std::clamp(points.front().x, 0, c_nMax))] = std::clamp(points.front().y, 0, c_nMax);
 }
 
 double EvaluateResponse(const ResponseTable& table, double x)

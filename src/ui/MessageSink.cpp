@@ -55,13 +55,24 @@ CWindowMessageSink::CWindowMessageSink(QWidget* pParent, Status status)
 
 MessageAnswer CWindowMessageSink::Message(const std::string& strText, MessageButtons buttons, MessageAnswer nDefault)
 {
+    return Ask(strText, buttons, nDefault, buttons == MessageButtons::Ok ? QMessageBox::Warning : QMessageBox::Question);
+}
+
+void CWindowMessageSink::Stop(const std::string& strText)
+{
+    Ask(strText, MessageButtons::Ok, MessageAnswer::Ok, QMessageBox::Critical);
+}
+
+/// `nIcon` is a `QMessageBox::Icon`.
+MessageAnswer CWindowMessageSink::Ask(const std::string& strText, MessageButtons buttons, MessageAnswer nDefault, int nIcon)
+{
     // Over a dialog the box belongs to the dialog, else it could open behind it.
     QWidget* pOver = QApplication::activeModalWidget();
     QMessageBox box(pOver ? pOver : m_pParent.data());
     box.setWindowTitle(TextOf(IDS_PRODUCT_NAME));
     box.setTextFormat(Qt::PlainText); // a file name may hold angle brackets
     box.setText(QString::fromStdString(strText));
-    box.setIcon(buttons == MessageButtons::Ok ? QMessageBox::Warning : QMessageBox::Question);
+    box.setIcon(static_cast<QMessageBox::Icon>(nIcon));
 
     const std::span<const ButtonRow> rows = ButtonsOf(buttons);
     QAbstractButton* pLast = nullptr;

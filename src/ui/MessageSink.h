@@ -19,9 +19,12 @@ public:
 
     /// Escape and the close button press the last button of the row: Cancel where there is one, else No, else Ok.
     MessageAnswer Message(const std::string& strText, MessageButtons buttons, MessageAnswer nDefault) override;
+    void Stop(const std::string& strText) override;
     void StatusText(const std::string& strText) override;
 
 private:
+    MessageAnswer Ask(const std::string& strText, MessageButtons buttons, MessageAnswer nDefault, int nIcon);
+
     QPointer<QWidget> m_pParent;
     Status m_status;
 };

@@ -78,9 +78,9 @@ void CNumEdit::SetValue(float fValue)
 void CNumEdit::Say(int nCode)
 {
     if (nCode == NUM_OUT_OF_RANGE)
-        SayMessage(IDS_NUMBER_OUT_OF_RANGE);
+        SayStop(IDS_NUMBER_OUT_OF_RANGE);
     if (nCode == NUM_NOT_A_NUMBER)
-        SayMessage(IDS_NUMBER_EXPECTED);
+        SayStop(IDS_NUMBER_EXPECTED);
 }
 
 int CNumEdit::Verify() const

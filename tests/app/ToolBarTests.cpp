@@ -155,6 +155,33 @@ TEST_F(CToolBarTest, AShortPressIsAClickAndAHeldOneDropsTheGroup)
     EXPECT_EQ(Frame().ToolBox().CommandAt(9), 1011);
 }
 
+TEST_F(CToolBarTest, AButtonThatLosesItsMarkIsDrawnAnew)
+{
+    NewPicture();
+    Frame().show();
+    CToolBox& box = Frame().ToolBox();
+    Choose(1001);
+    Frame().UpdateCommandUi();
+    QCoreApplication::processEvents();
+    const QImage pressed = box.Button(0)->grab().toImage();
+    struct CPaints : QObject {
+        int nCount = 0;
+        bool eventFilter(QObject*, QEvent* pEvent) override
+        {
+            nCount += pEvent->type() == QEvent::Paint;
+            return false;
+        }
+    } paints;
+    box.Button(0)->installEventFilter(&paints);
+    Choose(1005); // by its key: the pointer is nowhere near the two buttons
+    Frame().UpdateCommandUi();
+    QCoreApplication::processEvents();
+    EXPECT_GT(paints.nCount, 0);
+    EXPECT_NE(box.Button(0)->grab().toImage(), pressed);
+    EXPECT_TRUE(box.Button(7)->isChecked() && !box.Button(0)->isChecked());
+    EXPECT_FALSE(box.Button(0)->isCheckable()) << "a press alone must not mark it";
+}
+
 TEST_F(CToolBarTest, WithoutAPictureAPressDoesNothingAndTransformsWaitForAFloat)
 {
     Choose(ID_VIEW_TOOLBOX);

@@ -178,7 +178,7 @@ void CDlgBrushBox::ScanFolder()
     CBrushFileDialog::SetFirstFolder(m_files, m_pathInstall / "Brushes");
     m_bBrushFilesFound = !m_paths.empty();
     if (!m_bBrushFilesFound)
-        return SayMessage(IDS_NO_BRUSH_FILES);
+        return SayStop(IDS_NO_BRUSH_FILES);
     m_pFiles->setCurrentIndex(0);
     LoadFile(m_paths.front(), CBrushWnd::c_nFirstSelected);
 }

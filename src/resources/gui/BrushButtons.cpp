@@ -93,7 +93,8 @@ CBrushPopup::CBrushPopup(const ActiveBrush& brush, QWidget* pParent)
     const int nSide = std::clamp(nLongest, c_nPreview, std::max(c_nPreview, std::min(szScreen.width(), szScreen.height()) / 2));
     auto* pPicture = new QLabel(this);
     pPicture->setPixmap(QPixmap::fromImage(BrushPicture(brush.aMask, brush.nWidth, brush.nHeight, nSide, fScale)));
-    auto* pText = new QLabel(TextOf(IDS_BRUSH_POPUP).arg(brush.nWidth).arg(brush.nHeight), this);
+    // The mask has a row and a column more than the brush and its soft edge.
+    auto* pText = new QLabel(TextOf(IDS_BRUSH_POPUP).arg(brush.nWidth - 1).arg(brush.nHeight - 1), this);
     pText->setAlignment(Qt::AlignCenter);
     auto* pLayout = new QVBoxLayout(this);
     pLayout->setContentsMargins(c_nRowGap, c_nRowGap, c_nRowGap, c_nRowGap);

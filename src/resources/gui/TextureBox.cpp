@@ -96,7 +96,7 @@ void CTextureBox::ScanInto(CTextureWnd& grid)
 {
     grid.Scan(m_pathFolder);
     if (grid.count() == 0 && m_kind == TextureKind::Brush && !std::exchange(m_bToldEmpty, true))
-        SayMessage(IDS_NO_TEXTURES);
+        SayStop(IDS_NO_TEXTURES);
 }
 
 void CTextureBox::Clear()
