@@ -94,8 +94,9 @@ void BrushOutline::Trace(float fZoom)
     // Far out many lines fall on one pixel.
     const auto key = [](const ToolOverlay::Line& l) { return std::array{l.a.x, l.a.y, l.b.x, l.b.y}; };
     std::ranges::sort(pShape->aLines, {}, key);
-    const auto rest = std::ranges::unique(pShape->aLines, {}, key);
-    pShape->aLines.erase(rest.begin(), rest.end());
+    // Not the ranges' form: the compiler that the fuzz targets need does not take it.
+    pShape->aLines.erase(std::unique(pShape->aLines.begin(), pShape->aLines.end(), [&](const auto& a, const auto& b) { return key(a) == key(b); }),
+                         pShape->aLines.end());
     m_pShape = std::move(pShape);
 }
 

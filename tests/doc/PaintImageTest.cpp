@@ -260,13 +260,33 @@ TEST_F(PaintImageTest, MoveMaskClipsAtTheEdges)
     }
 }
 
+namespace {
+
+int Div255(int v) // the rounding of the whole program, which for differences below 0 is its own
+{
+    const int t = v + 128;
+    return ((t >> 8) + t) >> 8;
+}
+
+/// Captures what the mask selects as the float, at its own place; the place.
+CRect LiftMask(CPaintImage& image)
+{
+    CRect rc;
+    EXPECT_TRUE(image.GetMaskBounds(rc.left, rc.top, rc.right, rc.bottom));
+    image.CaptureFloat(rc.left, rc.top, rc.Width(), rc.Height());
+    image.m_rcFloat = image.m_rcFloatStart = rc;
+    image.m_nFloatX = rc.left;
+    image.m_nFloatY = rc.top;
+    image.m_nFloatW = rc.Width();
+    image.m_nFloatH = rc.Height();
+    return rc;
+}
+
+} // namespace
+
 TEST_F(PaintImageTest, TheFloatAgreesWithAPlainReference)
 {
     std::mt19937 random(4);
-    const auto Div255 = [](int v) { // the rounding of the whole program, which for differences below 0 is its own
-        const int t = v + 128;
-        return ((t >> 8) + t) >> 8;
-    };
     for (int i = 0; i < 150; i++) {
         g_crBackground = random() & 0xffffff;
         const int w = 20 + random() % 30, h = 15 + random() % 20;
@@ -280,14 +300,7 @@ TEST_F(PaintImageTest, TheFloatAgreesWithAPlainReference)
         std::generate_n(image.m_pMask.get(), w * h, [&] { return static_cast<std::uint8_t>(random() % 3 ? random() : 0); });
         std::fill_n(image.m_pMask.get(), w * 3, std::uint8_t{0});
         image.InvalidateMaskBounds();
-        CRect rc;
-        ASSERT_TRUE(image.GetMaskBounds(rc.left, rc.top, rc.right, rc.bottom));
-        image.CaptureFloat(rc.left, rc.top, rc.Width(), rc.Height());
-        image.m_rcFloat = image.m_rcFloatStart = rc;
-        image.m_nFloatX = rc.left;
-        image.m_nFloatY = rc.top;
-        image.m_nFloatW = rc.Width();
-        image.m_nFloatH = rc.Height();
+        const CRect rc = LiftMask(image);
         const auto Alpha = [&](int x, int y, int nOpacity) {
             const int a = Div255(image.m_pMask[y * w + x] * nOpacity);
             return bHard ? (a < 128 ? 0 : 255) : a;

@@ -277,6 +277,18 @@ TEST(PictureActs, APasteFloatsLargerThanThePictureAndUndoBringsBackTheSelection)
     EXPECT_EQ(pImage->m_FloatBitmap.GetWidth(), 7);
 }
 
+/// Every colour of the picture once.
+static std::vector<COLORREF> ColorsOf(const LBitmapBase& bitmap)
+{
+    std::vector<COLORREF> seen;
+    for (int y = 0; y < bitmap.GetHeight(); y++)
+        for (int x = 0; x < bitmap.GetWidth(); x++)
+            seen.push_back(At(bitmap, x, y));
+    std::sort(seen.begin(), seen.end());
+    seen.erase(std::unique(seen.begin(), seen.end()), seen.end());
+    return seen;
+}
+
 TEST(PictureActs, ModesReduceThePixelsForGood)
 {
     const auto pImage = MakePicture(64, 48);
@@ -287,16 +299,7 @@ TEST(PictureActs, ModesReduceThePixelsForGood)
     SettleHistory(*pImage);
     SelectTriangle(*pImage, {5, 5, 30, 30});
     const LBitmapBase rgb = pImage->m_Bitmap;
-
-    const auto Colors = [&] {
-        std::vector<COLORREF> seen;
-        for (int y = 0; y < 48; y++)
-            for (int x = 0; x < 64; x++)
-                seen.push_back(At(pImage->m_Bitmap, x, y));
-        std::sort(seen.begin(), seen.end());
-        seen.erase(std::unique(seen.begin(), seen.end()), seen.end());
-        return seen;
-    };
+    const auto Colors = [&] { return ColorsOf(pImage->m_Bitmap); };
     const struct {
         int nMode, nBits, nColors;
         bool bPalette;

@@ -201,43 +201,35 @@ void ReadPictPixels(CByteReader& in, bool bDirect, FileHeader& header)
     }
 }
 
+enum PictOp : unsigned {
+    OP_CLIP = 0x01,
+    OP_VERSION = 0x11,
+    OP_BITS = 0x90,
+    OP_BITS_REGION = 0x91,
+    OP_PACKED = 0x98,
+    OP_PACKED_REGION = 0x99,
+    OP_DIRECT = 0x9A,
+    OP_DIRECT_REGION = 0x9B,
+    OP_SHORT_COMMENT = 0xA0,
+    OP_LONG_COMMENT = 0xA1,
+    OP_HEADER = 0x0C00
+};
+
+/// The opcodes whose data has a length of its own, in bytes.
+struct PictOpLength {
+    unsigned nOp;
+    int nBytes;
+};
+// clang-format off
+constexpr PictOpLength c_aPictLengths[] = {
+    {0x00, 0}, {0x1E, 0}, {0x1C, 0}, {0x03, 2}, {0x04, 2}, {0x05, 2}, {0x07, 4}, {0x08, 2}, {0x09, 8}, {0x0A, 8}, {0x0D, 2},
+    {0x1A, 6}, {0x1B, 6}, {0x1D, 6}, {0x1F, 6}, {OP_VERSION, 2}, {OP_SHORT_COMMENT, 2},
+};
+// clang-format on
+
 /// Walks over what usually stands before the first picture opcode; anything else leaves the depth unknown.
 bool ReadPictHeader(Span file, FileHeader& header)
 {
-    enum : unsigned {
-        OP_CLIP = 0x01,
-        OP_VERSION = 0x11,
-        OP_BITS = 0x90,
-        OP_BITS_REGION = 0x91,
-        OP_PACKED = 0x98,
-        OP_PACKED_REGION = 0x99,
-        OP_DIRECT = 0x9A,
-        OP_DIRECT_REGION = 0x9B,
-        OP_SHORT_COMMENT = 0xA0,
-        OP_LONG_COMMENT = 0xA1,
-        OP_HEADER = 0x0C00
-    };
-    struct Fixed {
-        unsigned nOp;
-        int nBytes;
-    };
-    constexpr Fixed c_aFixed[] = {{0x00, 0},
-                                  {0x1E, 0},
-                                  {0x1C, 0},
-                                  {0x03, 2},
-                                  {0x04, 2},
-                                  {0x05, 2},
-                                  {0x07, 4},
-                                  {0x08, 2},
-                                  {0x09, 8},
-                                  {0x0A, 8},
-                                  {0x0D, 2},
-                                  {0x1A, 6},
-                                  {0x1B, 6},
-                                  {0x1D, 6},
-                                  {0x1F, 6},
-                                  {OP_VERSION, 2},
-                                  {OP_SHORT_COMMENT, 2}};
     constexpr std::size_t c_nNobodys = 512, c_nFrame = 10, c_nMostOps = 1000;
     CByteReader in(file);
     in.Seek(c_nNobodys + c_nFrame);
@@ -250,9 +242,8 @@ bool ReadPictHeader(Span file, FileHeader& header)
             ReadPictPixels(in, nOp == OP_DIRECT || nOp == OP_DIRECT_REGION, header);
             return in.Ok();
         }
-        const auto it
-            = std::find_if(std::begin(c_aFixed), std::end(c_aFixed), [&](const Fixed& f) { return f.nOp == nOp; });
-        if (it != std::end(c_aFixed)) {
+        const auto it = std::find_if(std::begin(c_aPictLengths), std::end(c_aPictLengths), [&](const PictOpLength& f) { return f.nOp == nOp; });
+        if (it != std::end(c_aPictLengths)) {
             in.Skip(static_cast<std::uint64_t>(it->nBytes));
         } else if (nOp == OP_CLIP) {
             const unsigned nBytes = in.U16BE();

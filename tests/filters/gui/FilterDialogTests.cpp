@@ -57,6 +57,19 @@ FilterValues WithExtra(decltype(FilterValues::extra) extra)
     return values;
 }
 
+DialogCase CurvesCase(const FilterRow& row)
+{
+    CurvesValues expected = ProgramCurves();
+    TakeCurvePoints(expected);
+    expected.points[0][CurveSlot(100)] = {100, 180};
+    RebuildCurve(expected, 0);
+    expected.points[2][CurveSlot(50)] = {50, 10};
+    RebuildCurve(expected, 2);
+    expected.points[2][CurveSlot(200)] = {200, 255};
+    RebuildCurve(expected, 2);
+    return {&row, {{"Channel", "0"}, {"Points", "100:180"}, {"Channel", "2"}, {"Points", "50:10,200:255"}}, WithExtra(expected)};
+}
+
 /// Later groups of keys speak of the range or channel that was chosen last.
 DialogCase SpecialCase(const FilterRow& row)
 {
@@ -99,19 +112,8 @@ DialogCase SpecialCase(const FilterRow& row)
                  {"OutWhite", "12.5"}},
                 WithExtra(expected)};
     }
-    case FilterDialogKind::Curves: {
-        CurvesValues expected = ProgramCurves();
-        TakeCurvePoints(expected);
-        expected.points[0][CurveSlot(100)] = {100, 180};
-        RebuildCurve(expected, 0);
-        expected.points[2][CurveSlot(50)] = {50, 10};
-        RebuildCurve(expected, 2);
-        expected.points[2][CurveSlot(200)] = {200, 255};
-        RebuildCurve(expected, 2);
-        return {&row,
-                {{"Channel", "0"}, {"Points", "100:180"}, {"Channel", "2"}, {"Points", "50:10,200:255"}},
-                WithExtra(expected)};
-    }
+    case FilterDialogKind::Curves:
+        return CurvesCase(row);
     case FilterDialogKind::Matrix: {
         MatrixValues expected;
         expected.anMatrix = {0, 0, 0, 0, 0, 0, -1, -1, -1, 0, 0, -1, 12, -1, 0, 0, -1, -1, -1, 0, 0, 0, 0, 0, 999};
