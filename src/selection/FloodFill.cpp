@@ -1,8 +1,8 @@
 #include "selection/FloodFill.h"
 
+#include "selection/FloodKernels.h"
+
 #include <algorithm>
-#include <array>
-#include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <vector>
@@ -26,8 +26,12 @@ public:
         , m_rowSeen(mask.nHeight, false)
         , m_noRow(mask.nWidth, 0)
     {
+        std::copy_n(params.aSeed, 3, m_test.aSeed);
         for (int d = 0; d < 256; d++)
-            m_alpha[d] = WandAlpha(d, params.bAntiAlias, params.nTolerance);
+            m_test.alpha[d] = WandAlpha(d, params.bAntiAlias, params.nTolerance);
+        // It falls as the difference grows; none is always in.
+        m_test.nFull = static_cast<int>(std::count(m_test.alpha.begin(), m_test.alpha.end(), 255)) - 1;
+        m_test.nNone = static_cast<int>(std::find(m_test.alpha.begin(), m_test.alpha.end(), 0) - m_test.alpha.begin());
     }
 
     CRect Run()
@@ -58,10 +62,7 @@ private:
         std::uint8_t* p = m_open.get() + static_cast<std::size_t>(y) * m_mask.nWidth;
         if (!m_rowSeen[y]) {
             m_rowSeen[y] = true;
-            const std::uint8_t* pPixel = m_source.row(y);
-            const int s0 = m_params.aSeed[0], s1 = m_params.aSeed[1], s2 = m_params.aSeed[2];
-            for (int x = 0; x < m_mask.nWidth; x++, pPixel += 3)
-                p[x] = m_alpha[std::max({std::abs(pPixel[0] - s0), std::abs(pPixel[1] - s1), std::abs(pPixel[2] - s2)})];
+            m_row(m_test, m_source.row(y), m_mask.nWidth, p);
         }
         return p;
     }
@@ -100,7 +101,8 @@ private:
     std::unique_ptr<std::uint8_t[]> m_open;
     std::vector<bool> m_rowSeen;
     std::vector<std::uint8_t> m_noRow;
-    std::array<std::uint8_t, 256> m_alpha{};
+    FloodTest m_test{};
+    const FloodRow m_row = BestFloodRow();
     std::vector<Frame> m_stack;
     CRect m_rcFilled;
 };

@@ -54,10 +54,13 @@ void CombineMask(const MaskPlane& mask, const std::uint8_t* pShape, SelectMode m
     switch (mode) {
     case SelectMode::New:
     case SelectMode::Add:
-        CombineBytes(mask, pShape, [](int a, int b) { return std::min(a + b, 255); });
+        CombineBytes(mask, pShape, [](std::uint8_t a, std::uint8_t b) {
+            const auto nSum = static_cast<std::uint8_t>(a + b); // in bytes alone, as a vector adds them
+            return nSum < a ? std::uint8_t{255} : nSum;
+        });
         break;
     case SelectMode::Subtract:
-        CombineBytes(mask, pShape, [](int a, int b) { return std::max(a - b, 0); });
+        CombineBytes(mask, pShape, [](std::uint8_t a, std::uint8_t b) { return a - std::min(a, b); });
         break;
     case SelectMode::Intersect:
         CombineBytes(mask, pShape, [](std::uint8_t a, std::uint8_t b) { return std::min(a, b); });

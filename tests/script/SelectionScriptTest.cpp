@@ -420,14 +420,15 @@ TEST_F(CSelectionScriptTest, ThroughTheHistoryAndBack)
 
 TEST_F(CSelectionScriptTest, TheSmallestPictures)
 {
-    for (const char* pszSize : {"1 1", "1 9", "9 1", "2 2"})
+    for (const char* pszSize : {"1 1", "1 9", "9 1", "2 2"}) {
+        QString strScript;
         for (const QString& strTool : {c_strRectangle, c_strEllipse, c_strFree, c_strPolygon, c_strWand})
-            for (const int nFeather : {0, 7}) {
-                const QString strNew = "new " + QString::fromLatin1(pszSize) + " white rgb\n";
-                EXPECT_EQ(Output(strNew + strTool + Feather(nFeather) + "press -3 -3\nmove 30 0\nmove 9 9\nrelease 0 30\ndoubleclick 0 9\n"
-                                 "command 30056\ncommand 30060 Radius=250\ncommand 30134 Width=200\ncommand 30059\ncommand 30061 Radius=100\nprint size\n"),
-                          QStringList{QString::fromLatin1(pszSize)});
-            }
+            for (const int nFeather : {0, 7})
+                strScript += "new " + QString::fromLatin1(pszSize) + " white rgb\n" + strTool + Feather(nFeather) +
+                    "press -3 -3\nmove 30 0\nmove 9 9\nrelease 0 30\ndoubleclick 0 9\n"
+                    "command 30056\ncommand 30060 Radius=250\ncommand 30134 Width=200\ncommand 30059\ncommand 30061 Radius=100\n";
+        EXPECT_EQ(Output(strScript + "print size\n"), QStringList{QString::fromLatin1(pszSize)});
+    }
     // A document of which no picture is left: the tools do nothing.
     EXPECT_EQ(Run("press 3 3\n").nStatus, 1);
 }

@@ -4,6 +4,7 @@
 #include "selection/FloodFill.h"
 
 #include <gtest/gtest.h>
+#include <hwy/targets.h>
 
 #include <cstdlib>
 #include <functional>
@@ -91,9 +92,7 @@ FloodParams At(const Pixels& pixels, int x, int y, int nTolerance, bool bAntiAli
     return params;
 }
 
-} // namespace
-
-TEST(FloodFill, IsTheRecursion)
+void CheckAgainstRecursion()
 {
     unsigned nSeed = 0;
     for (const auto& size : c_aSizes)
@@ -116,6 +115,16 @@ TEST(FloodFill, IsTheRecursion)
             }
 }
 
+} // namespace
+
+TEST(FloodFill, IsTheRecursionInEveryInstructionSet)
+{
+    for (const std::int64_t nTarget : hwy::SupportedAndGeneratedTargets()) {
+        hwy::SetSupportedTargetsForTest(nTarget);
+        CheckAgainstRecursion();
+    }
+    hwy::SetSupportedTargetsForTest(0);
+}
 TEST(FloodFill, AlphaFallsFromOneToOneAndAHalfTolerances)
 {
     EXPECT_EQ(WandAlpha(10, true, 10), 255);
