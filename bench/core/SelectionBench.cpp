@@ -96,13 +96,11 @@ const Group g_scan("selection: scans and fills", [] {
     const Bytes all = NewBytes();
     Register({"selection: select all / P", 2, [=] { FillMask(PlaneOf(all), 255); }, CopyOf(c_nPixels)});
     Register({"selection: invert / P", 2, [=] { InvertMask(PlaneOf(all)); }, CopyOf(c_nPixels)});
-    Register({"selection: add a shape / P", 4, [=] { CombineMask(PlaneOf(all), mask->data(), SelectMode::Add); }, CopyOf(c_nPixels)});
-    Register({"selection: draw an ellipse / P", 4, [=] { DrawEllipse(PlaneOf(all), {384, 150, 3456, 1869}); }, CopyOf(c_nPixels)});
 });
 
 const Group g_boundary("selection: boundary", [] {
-    const Bytes photo = Photo(40, 14), mask = NewBytes();
-    Wand(photo, {1900, 1000}, 24, mask);
+    const Bytes photo = Photo(20, 16), mask = NewBytes();
+    Wand(photo, {1900, 1000}, 22, mask);
     const auto segments = std::make_shared<std::vector<MaskSegment>>();
     TraceBoundary(PlaneOf(mask), {0, 0, c_nWidth, c_nHeight}, *segments);
     const std::string strHow = std::to_string(segments->size()) + " segments, " + std::to_string(static_cast<int>(PartSelected(mask) * 100)) + " %";

@@ -1,6 +1,8 @@
 // The vector form of the feather's inner loop: this file is compiled once for each kind of processor, the best is chosen at run time.
 #include "selection/FeatherKernels.h"
 
+#include <bit>
+#include <cstdlib>
 #include <cstring>
 
 #undef HWY_TARGET_INCLUDE
@@ -34,14 +36,16 @@ HWY_INLINE hn::Vec<DI> Divide(hn::Vec<DF> sum, float fTotal)
     return hn::Add(n, hn::IfThenElseZero(hn::RebindMask(di, hn::Ge(rest, total)), one));
 }
 
-void Block(const FeatherLine& line, int nStart, const LineChange* pChanges, int nChanges, int nFirst, std::uint8_t* pOut, int nCount)
+void Block(const FeatherLine& line, const FeatherWindow& window, int nFirst, std::uint8_t* pOut, int nCount)
 {
+    const LineChange* const pChanges = window.pChanges;
+    const int nChanges = window.nChanges;
     const DF d;
     const DI di;
     constexpr int c_nStep = c_nVectors * c_nLanes;
     alignas(64) std::int32_t aOut[FeatherLine::c_nBlock];
     for (int x = 0; x < nCount; x += c_nStep) {
-        const auto start = hn::Set(d, static_cast<float>(nStart) * line.fTotal);
+        const auto start = hn::Set(d, static_cast<float>(window.nStart) * line.fTotal);
         auto a = start, b = start, c = start, e = start;
         for (int i = 0; i < nChanges; i++) {
             const float* p = line.Beyond(nFirst + x - pChanges[i].nAt);
@@ -63,6 +67,119 @@ void Block(const FeatherLine& line, int nStart, const LineChange* pChanges, int 
     }
     for (int x = 0; x < nCount; x++)
         pOut[x] = static_cast<std::uint8_t>(aOut[x]);
+}
+
+/// One output. Four sums, that need not wait for each other.
+std::uint8_t Exact(const FeatherLine& line, const FeatherWindow& window, int nAt)
+{
+    const float* const pBeyond = line.Beyond(nAt);
+    const auto Term = [&](int i) { return window.pChanges[i].fBy * pBeyond[-window.pChanges[i].nAt]; };
+    float a = static_cast<float>(window.nStart) * line.fTotal, b = 0, c = 0, e = 0;
+    int i = 0;
+    for (; i + 4 <= window.nChanges; i += 4) {
+        a += Term(i);
+        b += Term(i + 1);
+        c += Term(i + 2);
+        e += Term(i + 3);
+    }
+    for (; i < window.nChanges; i++)
+        a += Term(i);
+    return static_cast<std::uint8_t>(static_cast<int>(a + b + c + e) / static_cast<int>(line.fTotal));
+}
+
+void Sampled(const FeatherLine& line, const FeatherWindow& window, int nFirst, float fOff, std::uint8_t* pOut)
+{
+    const DF d;
+    const DI di;
+    constexpr int c_nSamples = FeatherLine::c_nBlock, c_nStep = c_nVectors * c_nLanes;
+    const float fStart = static_cast<float>(window.nStart) * line.fTotal;
+    const LineChange* const pChanges = window.pChanges;
+    const int nChanges = window.nChanges;
+    const bool bOneWay = window.IsOneWay();
+    alignas(64) float aSums[c_nSamples + c_nLanes];
+    for (int k = 0; k < c_nSamples; k += c_nStep) {
+        const auto start = hn::Set(d, fStart);
+        auto a = start, b = start, c = start, e = start;
+        for (int i = 0; i < nChanges; i++) {
+            const float* p = line.EveryOther(nFirst - pChanges[i].nAt) + k;
+            const auto by = hn::Set(d, pChanges[i].fBy);
+            a = hn::MulAdd(by, hn::LoadU(d, p), a);
+            if (c_nVectors == 4) {
+                b = hn::MulAdd(by, hn::LoadU(d, p + c_nLanes), b);
+                c = hn::MulAdd(by, hn::LoadU(d, p + 2 * c_nLanes), c);
+                e = hn::MulAdd(by, hn::LoadU(d, p + 3 * c_nLanes), e);
+            }
+        }
+        hn::StoreU(a, d, aSums + k);
+        if (c_nVectors == 4) {
+            hn::StoreU(b, d, aSums + k + c_nLanes);
+            hn::StoreU(c, d, aSums + k + 2 * c_nLanes);
+            hn::StoreU(e, d, aSums + k + 3 * c_nLanes);
+        }
+    }
+    hn::StoreU(hn::Zero(d), d, aSums + c_nSamples); // read beside the last one, for nothing
+    alignas(64) std::int32_t aExact[c_nSamples + c_nLanes] = {};
+    for (int k = 0; k < c_nSamples; k += c_nLanes)
+        hn::Store(Divide(hn::Load(d, aSums + k), line.fTotal), di, aExact + k);
+    alignas(64) std::uint16_t aPairs[c_nSamples]; // in each a summed output and the one behind it
+    const float fPart = 1.0f / line.fTotal;
+    const auto half = hn::Set(d, 0.5f * fPart), off = hn::Set(d, fOff * fPart);
+    std::uint64_t nDoubts = 0;
+    for (int k = 0; k < c_nSamples; k += c_nLanes) {
+        const auto mean = hn::Mul(hn::Add(hn::Load(d, aSums + k), hn::LoadU(d, aSums + k + 1)), half); // as a level, with its fraction
+        const auto here = hn::Load(di, aExact + k), next = hn::LoadU(di, aExact + k + 1);
+        auto low = hn::ConvertTo(di, hn::Max(hn::Sub(mean, off), hn::Zero(d)));
+        auto high = hn::ConvertTo(di, hn::Add(mean, off));
+        if (bOneWay) {
+            low = hn::Max(low, hn::Min(here, next));
+            high = hn::Min(high, hn::Max(here, next));
+        }
+        const hn::Rebind<std::uint16_t, DI> d16;
+        hn::Store(hn::DemoteTo(d16, hn::Add(here, hn::ShiftLeft<8>(low))), d16, aPairs + k);
+        std::uint8_t aBits[8] = {};
+        hn::StoreMaskBits(di, hn::Ne(low, high), aBits);
+        std::uint64_t nBits;
+        std::memcpy(&nBits, aBits, sizeof nBits);
+        nDoubts |= nBits << k;
+    }
+    std::uint8_t aOut[2 * c_nSamples];
+    std::memcpy(aOut, aPairs, sizeof aOut);
+    for (nDoubts &= ~std::uint64_t{0} >> 1; nDoubts; nDoubts &= nDoubts - 1) { // the last one's neighbour is the next block's
+        const int k = std::countr_zero(nDoubts);
+        aOut[2 * k + 1] = Exact(line, window, nFirst + 2 * k + 1);
+    }
+    std::memcpy(pOut, aOut, FeatherLine::c_nSampled);
+}
+
+static_assert(std::endian::native == std::endian::little && FeatherLine::c_nBlock == 64);
+
+/// Eight to sixty-four bytes at a time are compared with those before them.
+int FindChanges(const std::uint8_t* p, int nLength, LineChange* pChanges)
+{
+    LineChange* pOut = pChanges;
+    float fSoFar = 0;
+    const auto Put = [&](int i) {
+        const int nBy = p[i] - p[i - 1];
+        fSoFar += static_cast<float>(std::abs(nBy));
+        *pOut++ = {i, static_cast<float>(nBy), static_cast<float>(p[i]), fSoFar};
+    };
+    int i = 1;
+#if HWY_TARGET != HWY_SCALAR
+    const hn::CappedTag<std::uint8_t, 64> d8;
+    const int nLanes = static_cast<int>(hn::Lanes(d8));
+    for (; i + nLanes <= nLength; i += nLanes) {
+        std::uint8_t aBits[8] = {};
+        hn::StoreMaskBits(d8, hn::Ne(hn::LoadU(d8, p + i), hn::LoadU(d8, p + i - 1)), aBits);
+        std::uint64_t nBits;
+        std::memcpy(&nBits, aBits, sizeof nBits);
+        for (; nBits; nBits &= nBits - 1)
+            Put(i + std::countr_zero(nBits));
+    }
+#endif
+    for (; i < nLength; i++)
+        if (p[i] != p[i - 1])
+            Put(i);
+    return static_cast<int>(pOut - pChanges);
 }
 
 #if HWY_TARGET == HWY_SCALAR
@@ -99,7 +216,7 @@ void Turn16(const std::uint8_t* pIn, std::ptrdiff_t nInStride, std::uint8_t* pOu
 
 FeatherKernels Kernels()
 {
-    return {Block, Turn16};
+    return {FindChanges, Block, Sampled, Turn16};
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -8,25 +9,52 @@ namespace kestrune {
 
 /// The curve as the line kernel wants it. All sums stay below 2^24, so that they are exact in floats.
 struct FeatherLine {
-    static constexpr int c_nBlock = 64; ///< outputs made at a time
+    static constexpr int c_nBlock = 64;                       ///< outputs made at a time
+    static constexpr int c_nSampled = 2 * c_nBlock - 1;       ///< or these, where only every other one is summed
     int nHalf;
     float fTotal;
-    /// Weight of what lies at or beyond a change, for distances from -nHalf - c_nBlock to nHalf + c_nBlock of output to change.
+    float fSteepest; ///< by how much the weights of two neighbours differ at most
+    /// Weight of what lies at or beyond a change, for distances of output to change from -nHalf - 2 * c_nBlock to nHalf + 2 * c_nBlock.
     std::vector<float> beyond;
-    const float* Beyond(int nDistance) const { return beyond.data() + nDistance + nHalf + c_nBlock; }
+    const float* Beyond(int nDistance) const { return beyond.data() + nDistance + nHalf + 2 * c_nBlock; }
+    /// The same for every other distance: from `EveryOther(q)` on stand those of q, q + 2, q + 4 and so on, 64 of them.
+    std::vector<float> aHalves[2];
+    const float* EveryOther(int nDistance) const
+    {
+        const auto nAt = static_cast<unsigned>(nDistance + nHalf + 2 * c_nBlock);
+        return aHalves[nAt & 1].data() + nAt / 2;
+    }
 };
 
 /// One change of value in a line: at this position it is another than before, by this much.
 struct LineChange {
     int nAt;
     float fBy;
+    float fLevel; ///< the value from here on
+    float fSoFar; ///< how much all changes up to this one make together, up or down
+};
+
+/// What some outputs see of a line: the value before the changes, and those within the curve's reach (at least one).
+struct FeatherWindow {
+    int nStart;
+    const LineChange* pChanges;
+    int nChanges;
+
+    /// By how much the line goes up and down in it, taken together.
+    float Way() const { return pChanges[nChanges - 1].fSoFar - pChanges->fSoFar + std::abs(pChanges->fBy); }
+    /// It only rises or only falls.
+    bool IsOneWay() const { return std::abs(pChanges[nChanges - 1].fLevel - static_cast<float>(nStart)) == Way(); }
 };
 
 struct FeatherKernels {
-    /// The weighted means of `nCount` (at most `c_nBlock`) outputs from `nFirst` on: `nStart` is the value before the changes, which
-    /// are those within the curve's reach.
-    void (*block)(const FeatherLine& line, int nStart, const LineChange* pChanges, int nChanges, int nFirst, std::uint8_t* pOut,
-                  int nCount);
+    /// The places where a byte differs from the one before; how many. There is room for one less than the line has bytes.
+    int (*findChanges)(const std::uint8_t* pLine, int nLength, LineChange* pChanges);
+    /// The weighted means of `nCount` (at most `c_nBlock`) outputs from `nFirst` on.
+    void (*block)(const FeatherLine& line, const FeatherWindow& window, int nFirst, std::uint8_t* pOut, int nCount);
+    /// The same for exactly `c_nSampled` outputs of a wide curve under which the mask changes little by little. Every other output is
+    /// summed; one between two others lies near their mean, at most `fOff` away, and between them where all changes go one way. Where
+    /// that leaves a doubt, it is summed too.
+    void (*sampled)(const FeatherLine& line, const FeatherWindow& window, int nFirst, float fOff, std::uint8_t* pOut);
     /// Turns a tile of 16 columns and 16 rows.
     void (*turn16)(const std::uint8_t* pIn, std::ptrdiff_t nInStride, std::uint8_t* pOut, std::ptrdiff_t nOutStride);
 };

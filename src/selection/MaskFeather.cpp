@@ -3,9 +3,12 @@
 #include "base/ParallelRows.h"
 #include "selection/FeatherKernels.h"
 
+#include <tbb/enumerable_thread_specific.h>
+
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <memory>
 
 namespace kestrune {
 
@@ -14,70 +17,75 @@ namespace {
 constexpr double c_fLimit = 0.00392156862745098; ///< 1 / 255, the curve's value at the radius
 constexpr int c_nColumns = 32;                   ///< columns that are turned into lines together
 constexpr int c_nGrain = 32;
+constexpr int c_nMany = 24;                      ///< changes from which on it pays to sum every other output only
+constexpr float c_fSure = 64;                    ///< and the doubt left about the others, as a part of the curve's total
+constexpr float c_fRounding = 1e-4f;             ///< of a level: more than floats lose in a mean of up to 255
 constexpr float c_fExact = 16777216; ///< whole numbers below are exact in a float
 
-/// Of a line: what one thread needs beside its two buffers.
+/// What a thread needs beside the mask, made once: pieces are small, and memory that is given back and taken again costs more than they do.
 struct LineWork {
-    std::vector<LineChange> changes;
+    explicit LineWork(const MaskPlane& mask)
+        : in(static_cast<std::size_t>(std::max(mask.nWidth, mask.nHeight)) * c_nColumns)
+        , out(in.size())
+        , changes(new LineChange[std::max(mask.nWidth, mask.nHeight)]) // not cleared
+    {
+    }
+    std::vector<std::uint8_t> in, out; ///< columns as lines
+    std::unique_ptr<LineChange[]> changes;
 };
 
 FeatherLine LineOf(const FeatherCurve& curve, FeatherTaps taps)
 {
-    const int nMargin = FeatherLine::c_nBlock;
-    FeatherLine line{curve.nHalf, static_cast<float>(curve.nTotal), {}};
-    line.beyond.assign(2 * (curve.nHalf + static_cast<std::size_t>(nMargin)) + 1, 0);
+    const int nHalf = curve.nHalf, nMargin = FeatherLine::c_nBlock;
+    FeatherLine line{nHalf, static_cast<float>(curve.nTotal), 0, {}, {}};
+    const auto Weight = [&](int i) {
+        return i < -nHalf || i > nHalf || (i == nHalf && taps == FeatherTaps::WithoutLast) ? 0 : curve.weights[i + nHalf];
+    };
     // An output at distance q after a change sees it with all offsets from -q on.
     int nSum = 0;
-    for (int q = -curve.nHalf; q <= curve.nHalf + nMargin; q++) {
-        if (q <= curve.nHalf && !(q == -curve.nHalf && taps == FeatherTaps::WithoutLast))
-            nSum += curve.weights[curve.nHalf - q];
-        line.beyond[q + curve.nHalf + nMargin] = static_cast<float>(nSum);
+    for (int q = -nHalf - 2 * nMargin; q <= nHalf + 2 * nMargin; q++) {
+        nSum += Weight(-q);
+        line.beyond.push_back(static_cast<float>(nSum));
+        line.aHalves[(q + nHalf) & 1].push_back(static_cast<float>(nSum));
+        line.fSteepest = std::max(line.fSteepest, static_cast<float>(std::abs(Weight(-q) - Weight(1 - q))));
     }
     return line;
 }
 
-/// The places where a byte differs from the one before.
-void FindChanges(const std::uint8_t* p, int nLength, std::vector<LineChange>& changes)
-{
-    changes.clear();
-    int i = 1;
-    const auto Look = [&](int nEnd) {
-        for (; i < nEnd; i++)
-            if (p[i] != p[i - 1])
-                changes.push_back({i, static_cast<float>(p[i] - p[i - 1])});
-    };
-    while (i + 8 <= nLength) {
-        std::uint64_t nHere, nBefore;
-        std::memcpy(&nHere, p + i, 8);
-        std::memcpy(&nBefore, p + i - 1, 8);
-        if (nHere == nBefore)
-            i += 8;
-        else
-            Look(i + 8);
-    }
-    Look(nLength);
-}
-
 void FeatherOneLine(const FeatherLine& line, const FeatherKernels& kernels, const std::uint8_t* pIn, std::uint8_t* pOut, int nLength,
-                    LineWork& work)
+                    LineChange* pChanges)
 {
-    FindChanges(pIn, nLength, work.changes);
-    const LineChange* pFirst = work.changes.data();
-    const LineChange* const pEnd = pFirst + work.changes.size();
+    const LineChange* pFirst = pChanges;
+    const LineChange* const pEnd = pFirst + kernels.findChanges(pIn, nLength, pChanges);
+    const auto EndFor = [&](const LineChange* p, int nLast) { // one past the changes that reach that output
+        while (p < pEnd && p->nAt <= nLast + line.nHalf)
+            p++;
+        return p;
+    };
     const LineChange* pLast = pFirst;
-    for (int x = 0; x < nLength; x += FeatherLine::c_nBlock) {
-        const int nCount = std::min(FeatherLine::c_nBlock, nLength - x);
+    for (int x = 0, nCount = 0; x < nLength; x += nCount) {
+        nCount = std::min(FeatherLine::c_nBlock, nLength - x);
         // A change before the window is in all of an output, one behind it in none.
         while (pFirst < pEnd && pFirst->nAt <= x - line.nHalf)
             pFirst++;
-        pLast = std::max(pLast, pFirst);
-        while (pLast < pEnd && pLast->nAt <= x + nCount - 1 + line.nHalf)
-            pLast++;
-        const int nStart = pFirst == work.changes.data() ? pIn[0] : pIn[pFirst[-1].nAt];
-        if (pFirst == pLast)
+        pLast = EndFor(std::max(pLast, pFirst), x + nCount - 1);
+        const int nStart = pFirst == pChanges ? pIn[0] : pIn[pFirst[-1].nAt];
+        const auto WindowTo = [&](const LineChange* p) { return FeatherWindow{nStart, pFirst, static_cast<int>(p - pFirst)}; };
+        if (pFirst == pLast) {
             std::memset(pOut + x, nStart, nCount);
-        else
-            kernels.block(line, nStart, pFirst, static_cast<int>(pLast - pFirst), x, pOut + x, nCount);
+            continue;
+        }
+        if (pLast - pFirst >= c_nMany && nLength - x >= FeatherLine::c_nSampled) {
+            const FeatherWindow wide = WindowTo(EndFor(pLast, x + FeatherLine::c_nSampled - 1));
+            // Between two outputs: half of what the sums' steps can differ by, and more than the reckoning of their mean loses.
+            const float fOff = wide.Way() * line.fSteepest / 2 + line.fTotal * c_fRounding;
+            if (fOff * c_fSure < line.fTotal) {
+                kernels.sampled(line, wide, x, fOff, pOut + x);
+                nCount = FeatherLine::c_nSampled;
+                continue;
+            }
+        }
+        kernels.block(line, WindowTo(pLast), x, pOut + x, nCount);
     }
 }
 
@@ -139,23 +147,22 @@ void FeatherMask(const MaskPlane& mask, double fRadius, FeatherTaps taps)
         return PlainFeatherMask(mask, fRadius, taps);
     const FeatherKernels kernels = BestFeatherKernels();
     const std::size_t nLine = mask.nHeight;
+    tbb::enumerable_thread_specific<LineWork> works([&] { return LineWork(mask); });
     ParallelRows((mask.nWidth + c_nColumns - 1) / c_nColumns, 1, [&](int n0, int n1) {
-        LineWork work;
-        std::vector<std::uint8_t> in(nLine * c_nColumns), out(nLine * c_nColumns);
+        LineWork& work = works.local();
         for (int n = n0; n < n1; n++) {
             const int x0 = n * c_nColumns, nColumns = std::min(c_nColumns, mask.nWidth - x0);
-            TurnColumns(kernels, mask, x0, nColumns, in.data(), false);
+            TurnColumns(kernels, mask, x0, nColumns, work.in.data(), false);
             for (int x = 0; x < nColumns; x++)
-                FeatherOneLine(line, kernels, in.data() + x * nLine, out.data() + x * nLine, mask.nHeight, work);
-            TurnColumns(kernels, mask, x0, nColumns, out.data(), true);
+                FeatherOneLine(line, kernels, work.in.data() + x * nLine, work.out.data() + x * nLine, mask.nHeight, work.changes.get());
+            TurnColumns(kernels, mask, x0, nColumns, work.out.data(), true);
         }
     });
     ParallelRows(mask.nHeight, c_nGrain, [&](int y0, int y1) {
-        LineWork work;
-        std::vector<std::uint8_t> in(mask.nWidth);
+        LineWork& work = works.local();
         for (int y = y0; y < y1; y++) {
-            std::memcpy(in.data(), mask.Row(y), mask.nWidth);
-            FeatherOneLine(line, kernels, in.data(), mask.Row(y), mask.nWidth, work);
+            std::memcpy(work.in.data(), mask.Row(y), mask.nWidth);
+            FeatherOneLine(line, kernels, work.in.data(), mask.Row(y), mask.nWidth, work.changes.get());
         }
     });
 }

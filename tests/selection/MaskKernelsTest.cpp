@@ -6,6 +6,7 @@
 #include "selection/MaskDisc.h"
 #include "selection/MaskFeather.h"
 #include "selection/MaskFill.h"
+#include "selection/Shapes.h"
 
 #include <gtest/gtest.h>
 #include <hwy/targets.h>
@@ -48,6 +49,20 @@ bool IsQuick(const OwnMask& mask, int nRadius)
     return nRadius < 8 || (nRadius < 30 ? mask.bytes.size() < 5000 : mask.bytes.size() < 1200);
 }
 
+/// Every instruction set's form against the plain one.
+void ExpectPlainFeather(const OwnMask& mask, double fRadius, FeatherTaps taps)
+{
+    OwnMask plain = mask;
+    PlainFeatherMask(plain.Plane(), fRadius, taps);
+    for (const std::int64_t nTarget : hwy::SupportedAndGeneratedTargets()) {
+        hwy::SetSupportedTargetsForTest(nTarget);
+        ExpectSame(mask, [&](const MaskPlane& plane) { FeatherMask(plane, fRadius, taps); },
+                   [&](const MaskPlane& plane) { std::copy(plain.bytes.begin(), plain.bytes.end(), plane.pBytes); },
+                   "feather " + std::to_string(fRadius) + " on " + hwy::TargetName(nTarget));
+    }
+    hwy::SetSupportedTargetsForTest(0);
+}
+
 class CSilentSink : public CMessageSink {
 public:
     CSilentSink() { SetMessageSink(this); }
@@ -65,28 +80,28 @@ public:
 
 TEST(MaskFeather, IsThePlainFormInEveryInstructionSet)
 {
-    for (const std::int64_t nTarget : hwy::SupportedAndGeneratedTargets()) {
-        hwy::SetSupportedTargetsForTest(nTarget);
-        for (const double fRadius : {0.2, 0.7, 1.0, 3.5, 20.0, 100.3})
-            for (const FeatherTaps taps : {FeatherTaps::All, FeatherTaps::WithoutLast})
-                ForMasks([&](const OwnMask& mask) {
-                    ExpectSame(mask, [&](const MaskPlane& plane) { FeatherMask(plane, fRadius, taps); },
-                               [&](const MaskPlane& plane) { PlainFeatherMask(plane, fRadius, taps); },
-                               "feather " + std::to_string(fRadius) + " on " + hwy::TargetName(nTarget));
-                });
-    }
-    hwy::SetSupportedTargetsForTest(0);
+    for (const double fRadius : {0.2, 0.7, 1.0, 3.5, 20.0, 100.3})
+        for (const FeatherTaps taps : {FeatherTaps::All, FeatherTaps::WithoutLast})
+            ForMasks([&](const OwnMask& mask) { ExpectPlainFeather(mask, fRadius, taps); });
 }
 
 TEST(MaskFeather, TheWidestOnMasksThatAreNarrowerAndWider)
 {
-    for (const double fRadius : {250.0, 249.9})
-        for (const MaskKind kind : c_aMaskKinds)
-            for (const auto& size : {std::pair{1, 1}, {7, 600}, {1100, 3}}) {
-                const OwnMask mask = MakeMask(size.first, size.second, kind, 5);
-                ExpectSame(mask, [&](const MaskPlane& plane) { FeatherMask(plane, fRadius, FeatherTaps::All); },
-                           [&](const MaskPlane& plane) { PlainFeatherMask(plane, fRadius, FeatherTaps::All); }, "feather");
-            }
+    std::vector<OwnMask> masks;
+    for (const MaskKind kind : c_aMaskKinds)
+        for (const auto& size : {std::pair{1, 1}, {7, 600}, {1100, 3}})
+            masks.push_back(MakeMask(size.first, size.second, kind, 5));
+    // Soft as a second feather finds it: long slopes, up, down and both within the curve's reach.
+    for (const CRect& rc : {CRect{150, 40, 700, 260}, {400, -30, 520, 420}, {-300, 100, 640, 110}}) {
+        OwnMask soft(777, 301);
+        DrawEllipse(soft.Plane(), rc);
+        PlainFeatherMask(soft.Plane(), 30, FeatherTaps::All);
+        masks.push_back(soft);
+    }
+    for (const double fRadius : {60.0, 249.9, 250.0})
+        for (const FeatherTaps taps : {FeatherTaps::All, FeatherTaps::WithoutLast})
+            for (const OwnMask& mask : masks)
+                ExpectPlainFeather(mask, fRadius, taps);
 }
 
 /// The plain form itself against the sum over the window as one would write it down.
