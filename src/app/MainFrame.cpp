@@ -411,10 +411,10 @@ void CMainFrame::ZoomChanged(CPaintView& view)
     m_pOptionBar->ShowZoom(view.GetZoom());
 }
 
-CSize CMainFrame::AvailableSpace(const CPaintView& view) const
+CSize CMainFrame::AvailableSpace(const CPaintView&) const
 {
     // The boxes dock beside the workspace, so what they leave free is the workspace itself.
-    const QSize size = m_pWorkspace->viewport()->size() * view.ClientScale();
+    const QSize size = m_pWorkspace->viewport()->size();
     return {size.width(), size.height()};
 }
 
@@ -426,7 +426,7 @@ bool CMainFrame::FrameFollowsZoom() const
 void CMainFrame::ResizeFrame(CPaintView& view, CSize size)
 {
     if (CChildFrame* pChild = FrameOf(view))
-        pChild->SetClientSize(QSizeF(size.cx / view.ClientScale(), size.cy / view.ClientScale()).toSize());
+        pChild->SetClientSize({size.cx, size.cy});
 }
 
 void CMainFrame::PlaceFrame(CPaintView& view, const QRect& rc)
@@ -436,8 +436,7 @@ void CMainFrame::PlaceFrame(CPaintView& view, const QRect& rc)
         return;
     if (pChild->isMinimized())
         pChild->showNormal();
-    const double fScale = view.ClientScale();
-    pChild->setGeometry(rc.x(), rc.y(), static_cast<int>(rc.width() / fScale), static_cast<int>(rc.height() / fScale));
+    pChild->setGeometry(rc);
 }
 
 void CMainFrame::ViewActivated(CPaintView& view, bool bActive)

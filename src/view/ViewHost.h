@@ -21,7 +21,7 @@ public:
     virtual void ShowMousePosition(int, int) {}
     /// The zoom or the scaled size changed: the option bar's zoom box, the zoom pane and the child frame's title follow.
     virtual void ZoomChanged(CPaintView&) {}
-    /// The space that a child frame may take, in units of the document area, before the view's own deductions.
+    /// The space that a child frame may take, in the toolkit's units, before the view's own deductions.
     virtual CSize AvailableSpace(const CPaintView&) const { return {1000, 700}; }
     /// The zoom panel's option "윈도우 크기 동시 변경": the child frame follows the zoom.
     virtual bool FrameFollowsZoom() const { return false; }
