@@ -7,6 +7,7 @@
 
 #include <cmath>
 #include <utility>
+#include <vector>
 
 namespace kestrune {
 
@@ -30,21 +31,27 @@ void CPaintView::paintEvent(QPaintEvent* pEvent)
     QPainter painter(viewport());
     UseDevicePixels(painter);
     const double fScale = ClientScale();
-    const auto draw = [&](const QRect& rc) {
-        const CRect rcDirty{static_cast<int>(std::floor(rc.left() * fScale)), static_cast<int>(std::floor(rc.top() * fScale)),
-                            static_cast<int>(std::ceil((rc.right() + 1) * fScale)), static_cast<int>(std::ceil((rc.bottom() + 1) * fScale))};
-        if (!m_bOutlineStep)
-            DrawRect(painter, rcDirty);
-        DrawOutline(painter, rcDirty);
+    const auto toClient = [&](const QRect& rc) {
+        return CRect{static_cast<int>(std::floor(rc.left() * fScale)), static_cast<int>(std::floor(rc.top() * fScale)),
+                     static_cast<int>(std::ceil((rc.right() + 1) * fScale)), static_cast<int>(std::ceil((rc.bottom() + 1) * fScale))};
     };
     const QRegion& region = pEvent->region();
-    if (!m_bOutlineStep)
-        FollowOutline();
+    std::vector<CRect> dirty;
     if (region.rectCount() > c_nMostRects && !m_bOutlineStep)
-        draw(region.boundingRect());
+        dirty.push_back(toClient(region.boundingRect()));
     else
         for (const QRect& rc : region)
-            draw(rc);
+            dirty.push_back(toClient(rc));
+    // A step of the outline leaves what is below it as it is. So the shades, which would grow darker each time, lie below it too.
+    if (!m_bOutlineStep) {
+        FollowOutline();
+        for (const CRect& rc : dirty)
+            DrawRect(painter, rc);
+        for (const CRect& rc : m_overlay.aShades)
+            painter.fillRect(rc.left, rc.top, rc.Width(), rc.Height(), QColor(0, 0, 0, c_nShade));
+    }
+    for (const CRect& rc : dirty)
+        DrawOutline(painter, rc);
     DrawOverlay(painter);
 }
 
@@ -77,13 +84,11 @@ void CPaintView::DrawRect(QPainter& painter, const CRect& rcDirty)
     paint.PaintDC();
 }
 
-/// White lines with black dashes over them are seen on every picture.
+/// The overlay's lines and handles: white lines with black dashes over them are seen on every picture.
 void CPaintView::DrawOverlay(QPainter& painter)
 {
     if (m_overlay.IsEmpty())
         return;
-    for (const CRect& rc : m_overlay.aShades)
-        painter.fillRect(rc.left, rc.top, rc.Width(), rc.Height(), QColor(0, 0, 0, c_nShade));
     QPen dashes(Qt::black, 1);
     dashes.setDashPattern({4, 4});
     for (const QPen& pen : {QPen(Qt::white, 1), dashes}) {

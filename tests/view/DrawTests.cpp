@@ -198,3 +198,35 @@ TEST(Draw, OverlayIsSeenAndRemovedAgain)
     view.SetOverlay({});
     EXPECT_EQ(Grab(view), before);
 }
+
+TEST(Draw, TheMarchOfTheOutlineLeavesTheShadeBelowIt)
+{
+    Picture picture(120, 100);
+    CPaintImage& image = *picture.doc.m_pImage;
+    std::fill_n(image.m_pMask.get(), 120 * 100, std::uint8_t{0});
+    for (int y = 20; y < 80; y++)
+        std::fill_n(image.m_pMask.get() + y * 120 + 20 + y / 4, 60, std::uint8_t{255}); // steps: lines of the outline stand beside each other
+    image.InvalidateMaskBounds();
+    CNotingHost host;
+    CPaintView view(picture.doc, host);
+    ShowView(view, 120, 100);
+    ToolOverlay overlay;
+    overlay.ShadeAround({50, 40, 60, 50}, {0, 0, 120, 100});
+    view.SetOverlay(overlay);
+    QApplication::processEvents();
+    const auto onScreen = [&] { return view.screen()->grabWindow(view.winId()).toImage().convertToFormat(QImage::Format_RGB32); };
+    const QImage before = onScreen();
+    QTest::qWait(450); // four steps
+    const QImage after = onScreen();
+    ASSERT_EQ(before.size(), after.size());
+    int nChanged = 0;
+    for (int y = 0; y < after.height(); y++)
+        for (int x = 0; x < after.width(); x++) {
+            const QRgb a = before.pixel(x, y), b = after.pixel(x, y);
+            nChanged += a != b;
+            if (a != b) { // black and white change places, nothing else
+                EXPECT_TRUE(b == qRgb(0, 0, 0) || b == qRgb(255, 255, 255)) << x << ' ' << y;
+            }
+        }
+    EXPECT_GT(nChanged, 20);
+}
