@@ -12,7 +12,7 @@ namespace kestrune {
 
 namespace {
 
-constexpr int c_nTile = 768;  ///< columns worked on at a time: the maxima of all heights stay in the cache
+constexpr int c_nTile = 768;  ///< columns worked on at a time: what is read again and again stays in the cache
 constexpr int c_nGrain = 48;  ///< rows that a thread takes at least
 constexpr int c_nFar = 255;   ///< no edge near a column
 
@@ -49,42 +49,129 @@ std::vector<DiscStep> StepsOf(int nRadius)
     return steps;
 }
 
-/// One tile of one row: `pColumns` becomes by and by the extreme of columns 2k + 1 high, for the tile and the radius around it.
+/// Squares of a mask, each with the one value of all its bytes, or with `c_nMixed`.
+class CFlatSquares {
+public:
+    static constexpr int c_nSide = 64;
+    static constexpr int c_nMixed = -1;
+
+    explicit CFlatSquares(const MaskPlane& mask)
+        : m_nColumns((mask.nWidth + c_nSide - 1) / c_nSide)
+        , m_nRows((mask.nHeight + c_nSide - 1) / c_nSide)
+        , m_values(static_cast<std::size_t>(m_nColumns) * m_nRows)
+    {
+        ParallelRows(m_nRows, 1, [&](int j0, int j1) {
+            for (int j = j0; j < j1; j++)
+                for (int i = 0; i < m_nColumns; i++)
+                    m_values[static_cast<std::size_t>(j) * m_nColumns + i] = ValueOf(mask, i * c_nSide, j * c_nSide);
+        });
+    }
+    int Columns() const { return m_nColumns; }
+    int Rows() const { return m_nRows; }
+
+    /// The value of everything within a distance of a square, in the mask.
+    int Around(int i, int j, int nDistance) const
+    {
+        const int n = (nDistance + c_nSide - 1) / c_nSide;
+        const int nValue = m_values[static_cast<std::size_t>(j) * m_nColumns + i];
+        for (int y = std::max(j - n, 0); y <= std::min(j + n, m_nRows - 1); y++)
+            for (int x = std::max(i - n, 0); x <= std::min(i + n, m_nColumns - 1); x++)
+                if (m_values[static_cast<std::size_t>(y) * m_nColumns + x] != nValue)
+                    return c_nMixed;
+        return nValue;
+    }
+
+private:
+    static int ValueOf(const MaskPlane& mask, int x, int y)
+    {
+        const int nWidth = std::min(c_nSide, mask.nWidth - x), nEnd = std::min(y + c_nSide, mask.nHeight);
+        const std::uint8_t* pFirst = mask.Row(y) + x;
+        if (std::memcmp(pFirst, pFirst + 1, nWidth - 1) != 0) // each byte equals the one behind it
+            return c_nMixed;
+        for (int row = y + 1; row < nEnd; row++)
+            if (std::memcmp(mask.Row(row) + x, pFirst, nWidth) != 0)
+                return c_nMixed;
+        return *pFirst;
+    }
+
+    int m_nColumns, m_nRows;
+    std::vector<int> m_values;
+};
+
+/// Takes the extreme of each pixel's disc from one plane into another.
 template <typename Pick>
-void DiscTile(const MaskPlane& mask, int x, int y, const std::vector<DiscStep>& steps, std::uint8_t* pColumns, std::uint8_t* pOut)
-{
-    const int nRadius = static_cast<int>(steps.size()) - 1;
-    const int nWidth = std::min(c_nTile, mask.nWidth - x);
-    const int nFirst = std::max(x - nRadius, 0), nEnd = std::min(x + nWidth + nRadius, mask.nWidth);
-    std::uint8_t* pIn = pColumns + (nFirst - x + nRadius);
-    std::memset(pColumns, Pick::c_nNeutral, nWidth + 2 * nRadius);
-    std::memcpy(pIn, mask.Row(y) + nFirst, nEnd - nFirst);
-    std::memset(pOut, Pick::c_nNeutral, nWidth);
-    for (int k = 0; k <= nRadius; k++) {
-        if (k > 0 && y - k >= 0)
-            PickInto<Pick>(pIn, mask.Row(y - k) + nFirst, nEnd - nFirst);
-        if (k > 0 && y + k < mask.nHeight)
-            PickInto<Pick>(pIn, mask.Row(y + k) + nFirst, nEnd - nFirst);
-        for (int i = steps[k].nFrom; i <= steps[k].nTo; i++) {
-            PickInto<Pick>(pOut, pColumns + nRadius + i, nWidth);
-            if (i > 0)
-                PickInto<Pick>(pOut, pColumns + nRadius - i, nWidth);
+class CDiscPick {
+public:
+    CDiscPick(const MaskPlane& in, const MaskPlane& out, int nRadius)
+        : m_in(in)
+        , m_out(out)
+        , m_nRadius(nRadius)
+        , m_steps(StepsOf(nRadius))
+    {
+    }
+
+    void Run() const
+    {
+        const CFlatSquares squares(m_in);
+        ParallelRows(squares.Rows(), 1, [&](int j0, int j1) {
+            std::vector<std::uint8_t> columns(c_nTile + 2 * static_cast<std::size_t>(m_nRadius));
+            for (int j = j0; j < j1; j++)
+                RowOfSquares(squares, j, columns.data());
+        });
+    }
+
+private:
+    /// Squares with nothing but one value far around them keep it; those between are worked on together.
+    void RowOfSquares(const CFlatSquares& squares, int j, std::uint8_t* pColumns) const
+    {
+        constexpr int c_nSide = CFlatSquares::c_nSide;
+        const int y0 = j * c_nSide, y1 = std::min(y0 + c_nSide, m_in.nHeight);
+        for (int i = 0; i < squares.Columns();) {
+            const int nFirst = i, nValue = squares.Around(i, j, m_nRadius);
+            i++;
+            while (i < squares.Columns() && (i - nFirst) * c_nSide < c_nTile && squares.Around(i, j, m_nRadius) == nValue)
+                i++;
+            const int x = nFirst * c_nSide, nWidth = std::min(i * c_nSide, m_in.nWidth) - x;
+            for (int y = y0; y < y1; y++)
+                if (nValue == CFlatSquares::c_nMixed)
+                    Tile(x, y, nWidth, pColumns);
+                else
+                    std::memset(m_out.Row(y) + x, nValue, nWidth);
         }
     }
-}
+
+    /// One tile of one row: `pColumns` becomes by and by the extreme of columns 2k + 1 high, for the tile and the radius around it.
+    void Tile(int x, int y, int nWidth, std::uint8_t* pColumns) const
+    {
+        const int nFirst = std::max(x - m_nRadius, 0), nEnd = std::min(x + nWidth + m_nRadius, m_in.nWidth);
+        std::uint8_t* pIn = pColumns + (nFirst - x + m_nRadius);
+        std::uint8_t* pOut = m_out.Row(y) + x;
+        std::memset(pColumns, Pick::c_nNeutral, nWidth + 2 * m_nRadius);
+        std::memcpy(pIn, m_in.Row(y) + nFirst, nEnd - nFirst);
+        std::memset(pOut, Pick::c_nNeutral, nWidth);
+        for (int k = 0; k <= m_nRadius; k++) {
+            if (k > 0 && y - k >= 0)
+                PickInto<Pick>(pIn, m_in.Row(y - k) + nFirst, nEnd - nFirst);
+            if (k > 0 && y + k < m_in.nHeight)
+                PickInto<Pick>(pIn, m_in.Row(y + k) + nFirst, nEnd - nFirst);
+            for (int i = m_steps[k].nFrom; i <= m_steps[k].nTo; i++) {
+                PickInto<Pick>(pOut, pColumns + m_nRadius + i, nWidth);
+                if (i > 0)
+                    PickInto<Pick>(pOut, pColumns + m_nRadius - i, nWidth);
+            }
+        }
+    }
+
+    const MaskPlane m_in, m_out;
+    const int m_nRadius;
+    const std::vector<DiscStep> m_steps;
+};
 
 template <typename Pick>
 void PickDisc(const MaskPlane& mask, int nRadius)
 {
-    const std::vector<DiscStep> steps = StepsOf(nRadius);
-    const std::vector<std::uint8_t> source(mask.pBytes, mask.pBytes + mask.Size());
-    const MaskPlane in{const_cast<std::uint8_t*>(source.data()), mask.nWidth, mask.nHeight};
-    ParallelRows(mask.nHeight, c_nGrain, [&](int y0, int y1) {
-        std::vector<std::uint8_t> columns(c_nTile + 2 * static_cast<std::size_t>(nRadius));
-        for (int x = 0; x < mask.nWidth; x += c_nTile)
-            for (int y = y0; y < y1; y++)
-                DiscTile<Pick>(in, x, y, steps, columns.data(), mask.Row(y) + x);
-    });
+    std::vector<std::uint8_t> source(mask.pBytes, mask.pBytes + mask.Size());
+    CDiscPick<Pick>({source.data(), mask.nWidth, mask.nHeight}, mask, nRadius).Run();
 }
 
 void ClearRim(const MaskPlane& mask)

@@ -170,6 +170,26 @@ TEST(MaskDisc, WiderThanOneTile)
         }
 }
 
+/// Much of a large mask is of one value far around.
+TEST(MaskDisc, FlatStretchesKeepTheirValue)
+{
+    OwnMask steps(460, 330);
+    for (int y = 0; y < 330; y++)
+        for (int x = 0; x < 460; x++)
+            steps.At(x, y) = static_cast<std::uint8_t>(x < 200 ? 77 : y < 170 ? 255 : 3);
+    steps.At(449, 320) = 4;
+    steps.At(64, 128) = 76;
+    OwnMask faint = MakeMask(460, 330, MaskKind::Full, 1), line(700, 3);
+    faint.At(191, 191) = 254;
+    line.At(300, 1) = 9;
+    for (const auto& [mask, nRadius] : std::vector<std::pair<OwnMask, int>>{
+             {steps, 1}, {steps, 6}, {faint, 5}, {MakeMask(460, 330, MaskKind::Blocks, 6), 5}, {MakeMask(460, 330, MaskKind::Full, 1), 3}, {line, 70}}) {
+        ExpectSame(mask, [n = nRadius](const MaskPlane& plane) { GrowMask(plane, n); }, [n = nRadius](const MaskPlane& plane) { PlainGrowMask(plane, n); }, "grow");
+        ExpectSame(mask, [n = nRadius](const MaskPlane& plane) { ShrinkMask(plane, n); },
+                   [n = nRadius](const MaskPlane& plane) { PlainShrinkMask(plane, n); }, "shrink");
+    }
+}
+
 TEST(MaskDisc, APixelGrowsIntoItsDisc)
 {
     OwnMask mask(9, 9), expected(9, 9);
