@@ -55,7 +55,13 @@ int CNumEdit::Check(float& fValue) const
     const int nCode = ReadNumber(CutUnit(text().toStdString(), m_nUnit), fValue);
     if (nCode != NUM_OK)
         return nCode;
+    fValue = Limited(fValue);
     return fValue > m_fMaxValue || fValue < m_fMinValue ? NUM_OUT_OF_RANGE : NUM_OK;
+}
+
+float CNumEdit::Limited(float fValue) const
+{
+    return m_bClamping ? std::clamp(fValue, m_fMinValue, m_fMaxValue) : fValue;
 }
 
 float CNumEdit::GetValue() const
@@ -115,11 +121,11 @@ void CNumEdit::Commit()
     const std::string strText = CutUnit(text().toStdString(), m_nUnit);
     float fValue = 0;
     if (ReadNumber(strText, fValue) == NUM_OK) {
-        SetValue(fValue);
+        SetValue(Limited(fValue));
         return;
     }
     if (const std::optional<float> fSum = EvaluateSum(strText)) {
-        SetValue(*fSum);
+        SetValue(Limited(*fSum));
         if (Verify() == NUM_OK)
             Q_EMIT ValueEdited(GetValue());
     }

@@ -27,6 +27,9 @@ public:
     void SetRange(float fMin, float fMax);
     float GetMin() const { return m_fMinValue; }
     float GetMax() const { return m_fMaxValue; }
+    /// With clamping a number beyond the range counts as the nearest one inside and is no bad input; the text is put right when
+    /// the box is left.
+    void SetClamping(bool bClamping) { m_bClamping = bClamping; }
     /// The step of wheel, arrow keys and spin control.
     void SetDelta(float fDelta) { m_fDelta = fDelta; }
     float GetDelta() const { return m_fDelta; }
@@ -60,12 +63,14 @@ private:
     void OnKeystroke();
     void Commit();
     int Check(float& fValue) const;
+    float Limited(float fValue) const;
     static void Say(int nCode);
 
     int m_nUnit = NUMUNIT_NONE;
     std::string m_strFormat = "%.0f";
     int m_nDecimals = 0; ///< decimals used for display: the most seen so far
     bool m_bVerbose = false;
+    bool m_bClamping = false;
     float m_fDelta = 1.0f;
     float m_fMinValue = std::numeric_limits<float>::lowest();
     float m_fMaxValue = std::numeric_limits<float>::max();

@@ -27,12 +27,14 @@ void RegisterFilterCommands(CCommandTarget& target, std::function<CPaintImage*()
         target.OnCommandId(
             nCommand,
             [image, nCommand, &profile, pParent] {
+                if (IsFilterRunning())
+                    return;
                 SetFilterRunner([pParent](const std::function<void()>& work) { RunWithWaitCursor(work, pParent); });
                 CFilterDialogHost dialogs(profile, pParent);
                 const CRunnerGuard guard; // the canvas may be gone when the next filter runs
                 RouteFilterCommand(image(), nCommand, dialogs);
             },
-            [image](CommandState& state) { state.bEnabled = image() != nullptr; });
+            [image](CommandState& state) { state.bEnabled = image() != nullptr && !IsFilterRunning(); });
     };
     for (const FilterRow& row : FilterTable())
         add(row.nCommand);

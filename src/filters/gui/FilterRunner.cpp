@@ -19,6 +19,15 @@ using namespace std::chrono_literals;
 constexpr auto c_waitCursorAfter = 300ms;
 constexpr auto c_eventsEvery = 10ms;
 
+int g_nRunning = 0;
+
+struct CRunning {
+    CRunning() { ++g_nRunning; }
+    ~CRunning() { --g_nRunning; }
+    CRunning(const CRunning&) = delete;
+    CRunning& operator=(const CRunning&) = delete;
+};
+
 /// Wait cursor and a frozen canvas, for as long as it lives.
 class CWaiting {
 public:
@@ -46,8 +55,11 @@ private:
 
 } // namespace
 
+bool IsFilterRunning() { return g_nRunning > 0; }
+
 void RunWithWaitCursor(const std::function<void()>& work, QWidget* pCanvas)
 {
+    const CRunning running;
     if (CPaintDialog::IsDriven()) { // a script's timers stand still but for its own wait statement
         work();
         return;

@@ -74,6 +74,7 @@ void CLevelsDialog::BuildEdits()
         auto* pEdit = m_edits[i] = new CNumEdit;
         pEdit->SetDecimalPlaces(2);
         pEdit->SetRange(static_cast<float>(row.fMin), static_cast<float>(row.fMax));
+        pEdit->SetClamping(true);
         pEdit->SetDelta(static_cast<float>(row.fDelta));
         pEdit->SetDefault(static_cast<float>(row.fDefault));
         pEdit->setToolTip(TextOf(row.nTipId));

@@ -21,6 +21,7 @@ CNumEdit* MakeNumber(float fMin, float fMax, int nValue)
 {
     auto* pEdit = new CNumEdit;
     pEdit->SetRange(fMin, fMax);
+    pEdit->SetClamping(true);
     pEdit->SetValue(static_cast<float>(nValue));
     return pEdit;
 }
@@ -63,7 +64,7 @@ QLayout* CMatrixDialog::BuildCells()
     return pGrid;
 }
 
-/// The one handler of all 27 boxes: a box that holds no number in its range keeps its last value.
+/// The one handler of all 27 boxes: a box that holds no number keeps its last value.
 void CMatrixDialog::OnEdited()
 {
     const auto read = [](const CNumEdit& edit, std::int32_t& nValue) {

@@ -48,6 +48,7 @@ CSliderEdit::CSliderEdit(const SliderRange& range, QObject* pParent)
     m_pSlider->setMinimumWidth(c_nSliderWidth);
     m_pEdit->SetDecimalPlaces(range.nDecimals);
     m_pEdit->SetRange(shown(range.nEditMin), shown(range.nEditMax));
+    m_pEdit->SetClamping(true);
     m_pEdit->SetDelta(1.0f / static_cast<float>(m_nFactor));
     m_pEdit->SetDefault(shown(range.nDefault));
     SetValue(range.nDefault);

@@ -23,7 +23,7 @@ struct SliderRange {
 
 /// A slider and a number box that show one value: moving either updates the other. The edit's range decides: what the
 /// slider reaches beyond it becomes the nearest value inside, and a value that the slider cannot reach leaves it at its
-/// end.
+/// end. A number typed beyond the edit's range is the nearest value inside.
 class CSliderEdit : public QObject {
     Q_OBJECT
 public:

@@ -268,10 +268,8 @@ TEST(FilterDialogs, WhatAControlRefusesChangesNothing)
         Opened opened(*pRow, *pImage, profile);
         const FilterValues before = opened.data.values;
         for (const FilterParam& param : pRow->params) {
-            const double fFactor = param.nDecimals == 2 ? 100 : 1;
             for (const QString& strBad :
-                 {QString::number((param.nEditMin - 1) / fFactor), QString::number((param.nEditMax + 1) / fFactor),
-                  QStringLiteral("abc"), QString(), QStringLiteral("1/0")})
+                 {QStringLiteral("abc"), QString(), QStringLiteral("1/0"), QStringLiteral("12x")})
                 EXPECT_NE(opened.pDialog->SetKey(Text(param.strKey), strBad), std::nullopt)
                     << param.strKey << " " << strBad.toStdString();
         }
@@ -289,19 +287,74 @@ TEST(FilterDialogs, WhatAControlRefusesChangesNothing)
                            {30026, "Points", "1:2,3"},
                            {30026, "Channel", "4"},
                            {30045, "Matrix", "1,2,3"},
-                           {30045, "Scale", "0"},
-                           {30045, "Offset", "10000"},
+                           {30045, "Scale", "one"},
                            {30028, "Range", "7"},
-                           {30028, "Hue", "181"},
                            {30035, "Range", "3"},
                            {30035, "Luminosity", "2"},
                            {30030, "Color", "1,2"},
                            {30030, "Color", "1,2,256"},
-                           {30025, "Gamma", "0.09"},
-                           {30025, "Black", "256"}}) {
+                           {30025, "Gamma", "-"}}) {
         Opened opened(*FindFilter(bad.nCommand), *pImage, profile);
         EXPECT_NE(opened.pDialog->SetKey(bad.pszKey, bad.pszValue), std::nullopt) << bad.nCommand << " " << bad.pszKey;
     }
+}
+
+TEST(FilterDialogs, NumbersBeyondARangeAreTheNearestInside)
+{
+    const auto pImage = MakePicture(1, 1);
+    CMemoryProfile profile;
+    for (const FilterRow* pRow : RowsWithDialog()) {
+        SCOPED_TRACE(std::string(pRow->strTitle));
+        Opened opened(*pRow, *pImage, profile);
+        for (std::size_t i = 0; i < pRow->params.size(); i++) {
+            const FilterParam& param = pRow->params[i];
+            EXPECT_EQ(opened.pDialog->SetKey(Text(param.strKey), "-77777"), std::nullopt);
+            EXPECT_EQ(opened.data.values.an[i], param.nEditMin);
+            EXPECT_EQ(opened.pDialog->SetKey(Text(param.strKey), "1e9"), std::nullopt);
+            EXPECT_EQ(opened.data.values.an[i], param.nEditMax);
+        }
+        opened.pDialog->Preview().OnTimer();
+        opened.pDialog->accept();
+        EXPECT_EQ(opened.pDialog->result(), QDialog::Accepted);
+    }
+    const auto extra = [&](int nCommand, const Keys& keys) {
+        Opened opened(*FindFilter(nCommand), *pImage, profile);
+        for (const auto& [strKey, strValue] : keys)
+            EXPECT_EQ(opened.pDialog->SetKey(strKey, strValue), std::nullopt) << strKey.toStdString();
+        return opened.data.values.extra;
+    };
+    const auto matrix = std::get<MatrixValues>(extra(
+        30045, {{"Scale", "0"}, {"Offset", "-1e8"}, {"Matrix", "-5000,0,0,0,0,0,0,0,0,0,0,0,1,0,0,0,0,0,0,0,0,0,0,0,1000"}}));
+    EXPECT_EQ(matrix.nScale, 1) << "no divisor of 0";
+    EXPECT_EQ(matrix.nOffset, -9999);
+    EXPECT_EQ(matrix.anMatrix.front(), -999);
+    EXPECT_EQ(matrix.anMatrix.back(), 999);
+    const auto hue = std::get<HueSaturationValues>(extra(30028, {{"Hue", "181"}, {"Range", "6"}, {"Lightness", "-400"}}));
+    EXPECT_EQ(hue.adHue[0], 180);
+    EXPECT_EQ(hue.adLightness[6], -100);
+    const auto levels = std::get<LevelsValues>(extra(30025, {{"Gamma", "0.05"}, {"OutWhite", "300"}, {"White", "-3"}})).channels[0];
+    EXPECT_EQ(levels.fGamma, 0.1);
+    EXPECT_EQ(levels.fOutWhite, 255);
+    EXPECT_EQ(levels.fWhite, 0) << "not below black";
+    const auto balance = std::get<ColorBalanceValues>(extra(30035, {{"Red", "101"}, {"Range", "2"}, {"Blue", "-999"}}));
+    EXPECT_EQ(balance.anDelta[1][0], 100);
+    EXPECT_EQ(balance.anDelta[2][2], -100);
+}
+
+/// Whatever stands in the settings, a dialog opens inside its ranges.
+TEST(FilterDialogs, SettingsOutOfRangeAreBroughtInside)
+{
+    for (const FilterRow* pRow : RowsWithDialog())
+        for (const int nStored : {-2147483647 - 1, -1, 2147483647}) {
+            CMemoryProfile profile;
+            for (const FilterParam& param : pRow->params)
+                profile.WriteInt(std::string(pRow->strSection), std::string(param.strKey), nStored);
+            const FilterValues values = LoadFilterValues(*pRow, profile);
+            for (std::size_t i = 0; i < pRow->params.size(); i++) {
+                EXPECT_GE(values.an[i], pRow->params[i].nEditMin) << pRow->strTitle;
+                EXPECT_LE(values.an[i], pRow->params[i].nEditMax) << pRow->strTitle;
+            }
+        }
 }
 
 TEST(FilterDialogs, SliderAndEditStayInStepAndTheEditDecides)
@@ -323,7 +376,11 @@ TEST(FilterDialogs, SliderAndEditStayInStepAndTheEditDecides)
     EXPECT_EQ(gaussian.Edit()->text(), QString("42")) << "the box shows in the end what counts";
     gaussian.Edit()->selectAll();
     QTest::keyClicks(gaussian.Edit(), "999");
-    EXPECT_EQ(gaussian.GetValue(), 99) << "the last number in range";
+    EXPECT_EQ(gaussian.GetValue(), 250) << "the nearest value inside";
+    EXPECT_EQ(gaussian.Slider()->GetPos(), 250);
+    EXPECT_EQ(gaussian.Edit()->text(), QString("999")) << "nothing changes under the typing hand";
+    Q_EMIT gaussian.Edit()->editingFinished();
+    EXPECT_EQ(gaussian.Edit()->text(), QString("250"));
 
     CSliderEdit median({3, 10, 1, 10, 0, 3}, nullptr);
     median.Edit()->selectAll();

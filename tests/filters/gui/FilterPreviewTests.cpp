@@ -2,6 +2,7 @@
 
 #include "FilterTestKit.h"
 
+#include "filters/gui/FilterCommands.h"
 #include "filters/gui/FilterPreview.h"
 #include "filters/gui/FilterRunner.h"
 #include "filters/gui/PreviewPane.h"
@@ -185,6 +186,19 @@ TEST(FilterRunner, LongWorkGetsTheWaitCursorAndPassesItsFailureOn)
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
     EXPECT_TRUE(canvas.updatesEnabled());
 
+    // The window may go while the work goes on; what else asks for the picture is turned away.
+    auto pGone = std::make_unique<QWidget>();
+    bool bRunning = false;
+    QTimer::singleShot(320, &canvas, [&] {
+        bRunning = IsFilterRunning();
+        pGone.reset();
+    });
+    RunWithWaitCursor([] { QThread::msleep(500); }, pGone.get());
+    EXPECT_FALSE(pGone);
+    EXPECT_TRUE(bRunning);
+    EXPECT_FALSE(IsFilterRunning());
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+
     EXPECT_THROW(RunWithWaitCursor([] { throw std::runtime_error("no memory"); }, &canvas), std::runtime_error);
     EXPECT_THROW(RunWithWaitCursor(
                      [] {
@@ -194,4 +208,28 @@ TEST(FilterRunner, LongWorkGetsTheWaitCursorAndPassesItsFailureOn)
                      &canvas),
                  std::bad_alloc);
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+    EXPECT_FALSE(IsFilterRunning());
+}
+
+TEST(FilterRunner, ACommandDuringARunDoesNothing)
+{
+    CCommandTarget target;
+    CMemoryProfile profile;
+    const auto pImage = MakePicture(30, 30);
+    RegisterFilterCommands(
+        target, [&] { return pImage.get(); }, profile, nullptr);
+    LBitmapBase before;
+    before.Copy(pImage->m_Bitmap);
+    CommandState state;
+    RunWithWaitCursor(
+        [&] {
+            target.RunCommand(30019);
+            target.UpdateCommand(30019, state);
+        },
+        nullptr);
+    EXPECT_FALSE(state.bEnabled);
+    EXPECT_TRUE(SameBitmap(pImage->m_Bitmap, before));
+    EXPECT_EQ(HistoryRows(*pImage).size(), 1u);
+    EXPECT_TRUE(target.RunCommand(30019));
+    EXPECT_FALSE(SameBitmap(pImage->m_Bitmap, before));
 }
