@@ -30,6 +30,7 @@ CCanvasSizeDialog::CCanvasSizeDialog(const LBitmapBase& bitmap, int nBitsPerPixe
     RegisterKey(QStringLiteral("Anchor"), m_pAnchor->Buttons());
     connect(m_pAnchor, &CAnchorGrid::AnchorChanged, this, &CCanvasSizeDialog::SizeChanged);
     SizeChanged();
+    StartWithWidth();
     layout()->setSizeConstraint(QLayout::SetFixedSize);
 }
 

@@ -45,6 +45,10 @@ void CPictureSizeDialog::AddSizeRows(CDialogRows& rows, int nWidthTip, int nHeig
                        TextOf(IDS_SIZE_PIXELS));
         RegisterKey(side == SIDE_WIDTH ? QStringLiteral("Width") : QStringLiteral("Height"), pBox);
     }
+}
+
+void CPictureSizeDialog::StartWithWidth()
+{
     m_aBoxes[SIDE_WIDTH]->selectAll();
     m_aBoxes[SIDE_WIDTH]->setFocus();
 }

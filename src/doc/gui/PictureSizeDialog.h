@@ -28,6 +28,8 @@ protected:
 
     void AddSizeRows(CDialogRows& rows, int nWidthTip, int nHeightTip);
     void AddMemory(CDialogRows& rows);
+    /// Gives the width the keyboard. At the end of a dialog's making: a box that lies in no window yet loses it again.
+    void StartWithWidth();
 
     enum Side { SIDE_WIDTH, SIDE_HEIGHT };
     /// What a new value of one side makes of the whole size.

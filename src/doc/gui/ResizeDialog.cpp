@@ -52,6 +52,7 @@ CResizeDialog::CResizeDialog(const ResizeParams& params, QWidget* pParent)
     RegisterKey(QStringLiteral("Method"), m_pMethod);
     connect(m_pProportions, &QCheckBox::toggled, this, &CResizeDialog::ProportionsToggled);
     SizeChanged();
+    StartWithWidth();
     layout()->setSizeConstraint(QLayout::SetFixedSize);
 }
 

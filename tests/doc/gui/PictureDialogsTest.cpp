@@ -141,3 +141,17 @@ TEST(PictureDialogs, IndexColoursShowAPartBeforeAndAfter)
     const QImage after = panes[0]->grab().toImage();
     EXPECT_EQ(after.copy(20, 20, 100, 100), before.copy(60, 30, 100, 100)) << "both panes follow the drag";
 }
+
+TEST(PictureDialogs, TheKeyboardStartsInTheWidth)
+{
+    const LBitmapBase bitmap = Colourful(40, 30);
+    CResizeDialog resize({{40, 30}, 24, 96, 96});
+    CCanvasSizeDialog canvas(bitmap, 24, 0);
+    for (CPictureSizeDialog* pDialog : {static_cast<CPictureSizeDialog*>(&resize), static_cast<CPictureSizeDialog*>(&canvas)}) {
+        pDialog->show();
+        QApplication::processEvents();
+        ASSERT_NE(pDialog->focusWidget(), nullptr);
+        QTest::keyClicks(pDialog->focusWidget(), "52");
+        EXPECT_EQ(pDialog->PictureSize().cx, 52);
+    }
+}
