@@ -7,6 +7,7 @@
 #include "app/MdiWorkspace.h"
 #include "app/OptionBar.h"
 #include "app/PaintApp.h"
+#include "app/PaneFocus.h"
 #include "app/Preferences.h"
 #include "app/ToolBox.h"
 #include "base/Messages.h"
@@ -26,6 +27,7 @@
 #include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QDropEvent>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMenuBar>
 #include <QMimeData>
@@ -532,6 +534,23 @@ void CMainFrame::closeEvent(QCloseEvent* pEvent)
         if (pBar->isFloating())
             pBar->hide();
     pEvent->accept();
+}
+
+void CMainFrame::keyPressEvent(QKeyEvent* pEvent)
+{
+    CPaintView* pView = m_app.ActiveView();
+    if (pEvent->key() == Qt::Key_F6) {
+        std::vector<QWidget*> panes;
+        if (pView)
+            panes.push_back(pView);
+        panes.insert(panes.end(), {m_pOptionBar, m_pToolBox});
+        panes.insert(panes.end(), m_pBars->Bars().begin(), m_pBars->Bars().end());
+        FocusNextPane(panes, !(pEvent->modifiers() & Qt::ShiftModifier));
+    } else if (pEvent->key() == Qt::Key_Escape && pView && !pView->hasFocus()) {
+        pView->setFocus();
+    } else {
+        QMainWindow::keyPressEvent(pEvent);
+    }
 }
 
 void CMainFrame::resizeEvent(QResizeEvent* pEvent)

@@ -96,6 +96,8 @@ Q_SIGNALS:
 
 protected:
     void closeEvent(QCloseEvent* pEvent) override;
+    /// F6 goes round the picture, the option bar, the toolbox and the boxes; Escape comes back to the picture.
+    void keyPressEvent(QKeyEvent* pEvent) override;
     void resizeEvent(QResizeEvent* pEvent) override;
     void showEvent(QShowEvent* pEvent) override;
     bool event(QEvent* pEvent) override;

@@ -18,7 +18,7 @@ CToolBoxButton::CToolBoxButton(bool bGroup, QWidget* pParent)
     , m_bGroup(bGroup)
 {
     setAutoRaise(true);
-    setFocusPolicy(Qt::NoFocus);
+    setFocusPolicy(Qt::TabFocus); // a click leaves the keyboard with the picture
     m_timer.setSingleShot(true);
     m_timer.setInterval(c_nHoldTime);
     connect(&m_timer, &QTimer::timeout, this, &CToolBoxButton::Held);
@@ -68,8 +68,15 @@ void CToolBoxButton::contextMenuEvent(QContextMenuEvent* pEvent)
 
 void CToolBoxButton::keyPressEvent(QKeyEvent* pEvent)
 {
-    if (m_bGroup && pEvent->key() == Qt::Key_Down && pEvent->modifiers() & Qt::AltModifier)
+    const int nKey = pEvent->key();
+    if (m_bGroup && nKey == Qt::Key_Down && pEvent->modifiers() & Qt::AltModifier)
         Q_EMIT MenuRequested();
+    else if (nKey == Qt::Key_Down || nKey == Qt::Key_Right)
+        focusNextChild();
+    else if (nKey == Qt::Key_Up || nKey == Qt::Key_Left)
+        focusPreviousChild();
+    else if (nKey == Qt::Key_Return || nKey == Qt::Key_Enter)
+        click();
     else
         QToolButton::keyPressEvent(pEvent);
 }

@@ -13,6 +13,7 @@
 #include "tools/gui/ToolOptionPages.h"
 
 #include <QButtonGroup>
+#include <QDockWidget>
 #include <QMouseEvent>
 #include <QTest>
 #include <QToolButton>
@@ -180,6 +181,44 @@ TEST_F(CToolBarTest, AButtonThatLosesItsMarkIsDrawnAnew)
     EXPECT_NE(box.Button(0)->grab().toImage(), pressed);
     EXPECT_TRUE(box.Button(7)->isChecked() && !box.Button(0)->isChecked());
     EXPECT_FALSE(box.Button(0)->isCheckable()) << "a press alone must not mark it";
+}
+
+TEST_F(CToolBarTest, TheKeyboardGoesRoundThePanesAndComesBack)
+{
+    CPaintView& view = NewPicture().GetView();
+    Frame().show();
+    Choose(1006);
+    Frame().UpdateCommandUi();
+    Frame().activateWindow();
+    view.setFocus();
+    QCoreApplication::processEvents();
+    ASSERT_TRUE(view.hasFocus());
+    QStringList visited;
+    const auto where = [&] {
+        for (const QWidget* p = QApplication::focusWidget(); p; p = p->parentWidget())
+            if (p == &view || p == &Frame().OptionBar() || p == &Frame().ToolBox() || qobject_cast<const QDockWidget*>(p))
+                return p == &view ? QStringLiteral("view") : p->objectName();
+        return QString();
+    };
+    for (int n = 0; n < 6; n++) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_F6);
+        visited << where();
+        if (n == 1) {
+            EXPECT_EQ(QApplication::focusWidget(), Frame().ToolBox().Button(7)) << "the tool in force";
+        }
+    }
+    EXPECT_EQ(visited.indexOf("view"), 5) << visited.join(u' ').toStdString();
+    EXPECT_EQ(visited.removeDuplicates(), 0) << "bar, toolbox, three boxes, picture";
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_F6, Qt::ShiftModifier);
+    EXPECT_EQ(where(), visited[4]);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    EXPECT_TRUE(view.hasFocus());
+
+    QTest::keyClick(&view, Qt::Key_F6);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_F6);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    EXPECT_EQ(g_nCurrentTool, TOOL_STAMP) << "the next button down";
 }
 
 TEST_F(CToolBarTest, WithoutAPictureAPressDoesNothingAndTransformsWaitForAFloat)
