@@ -39,7 +39,7 @@ void ChooseFont(QApplication& app)
 void PrepareApplication(QApplication& app)
 {
     app.setApplicationName(QStringLiteral("kestrune"));
-    app.setApplicationDisplayName(QStringLiteral("케스트룬"));
+    // No display name: the toolkit would add it to the title of every window and dialog, which have their own.
     app.setDesktopFileName(QStringLiteral("kestrune"));
     // Numbers in dialogs look the same whatever the system's language; the texts are Korean.
     QLocale::setDefault(QLocale(QLocale::Korean, QLocale::SouthKorea));
