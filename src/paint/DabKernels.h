@@ -11,6 +11,22 @@ namespace kestrune {
 
 inline constexpr int c_nColorPixels = 64; ///< as many as the widest vectors take in one step
 
+/// Columns of one row; empty while x0 >= x1.
+struct DabSpan {
+    int x0 = 0, x1 = 0;
+    /// Takes in a piece that touches it; of two pieces apart it keeps the longer one.
+    void Join(int nFirst, int nLast)
+    {
+        if (x0 < x1 && nFirst <= x1 && nLast >= x0) {
+            x0 = nFirst < x0 ? nFirst : x0;
+            x1 = nLast > x1 ? nLast : x1;
+        } else if (nLast - nFirst > x1 - x0) {
+            x0 = nFirst;
+            x1 = nLast;
+        }
+    }
+};
+
 /// Some rows of a dab that lie at even distances in memory, from the dab's first column on.
 struct DabRun {
     int nRows = 0;
@@ -21,7 +37,11 @@ struct DabRun {
     std::ptrdiff_t nCoverageStride = 0;
     const std::uint8_t* pMask = nullptr;   ///< as it is (capped), or mapped to alphas (stacked)
     std::ptrdiff_t nMaskStride = 0;
-    const int* pSpans = nullptr;           ///< for each row the first pixel and one past the last that the mask touches
+    /// Capped: for each row columns known to be covered in full, where no dab changes anything more; counted from `nFullOrigin`
+    /// left of the run's first column. Null: nothing is known.
+    DabSpan* pFull = nullptr;
+    int nFullOrigin = 0;
+    const DabSpan* pSpans = nullptr;       ///< for each row the pixels that the mask touches
     const std::uint8_t* const* ppInk = nullptr; ///< for each row the colours; null: the one colour
     const std::uint8_t* pColor = nullptr;       ///< that colour, as c_nColorPixels pixels
     int nOpacity = 255; ///< capped: 0..255

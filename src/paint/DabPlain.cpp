@@ -25,7 +25,7 @@ void PlainCappedDab(const DabRun& run)
         uint8_t* pOut = run.pOut + y * run.nStride;
         uint8_t* pCoverage = run.pCoverage + y * run.nCoverageStride;
         const uint8_t* pMask = run.pMask + y * run.nMaskStride;
-        for (int x = run.pSpans[y * 2]; x < run.pSpans[y * 2 + 1]; x++) {
+        for (int x = run.pSpans[y].x0; x < run.pSpans[y].x1; x++) {
             const int m = run.nDabAlpha == 255 ? pMask[x] : Mul255(pMask[x], run.nDabAlpha);
             pCoverage[x] = static_cast<uint8_t>(pCoverage[x] + Mul255(255 - pCoverage[x], m));
             const int a = Mul255(pCoverage[x], run.nOpacity);
@@ -42,7 +42,7 @@ void PlainStackedDab(const DabRun& run)
         uint8_t* pCanvas = const_cast<uint8_t*>(run.pCanvas) + y * run.nStride;
         uint8_t* pOut = run.pOut + y * run.nStride;
         const uint8_t* pAlpha = run.pMask + y * run.nMaskStride;
-        for (int x = run.pSpans[y * 2]; x < run.pSpans[y * 2 + 1]; x++) {
+        for (int x = run.pSpans[y].x0; x < run.pSpans[y].x1; x++) {
             const uint8_t* pInk = InkAt(run, y, x);
             for (int k = 0; k < 3; k++)
                 pOut[x * 3 + k] = pCanvas[x * 3 + k] = Lerp255(pCanvas[x * 3 + k], pInk[k], pAlpha[x]);

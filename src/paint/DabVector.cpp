@@ -205,24 +205,28 @@ struct Step {
             hn::StoreU(v, d, const_cast<uint8_t*>(at.pCanvas) + i);
     }
 
-    HWY_INLINE void Run(D d, const RowPlace& at, V m) const
+    /// True when all its pixels are covered in full, so that no further dab changes them.
+    HWY_INLINE bool Run(D d, const RowPlace& at, V m) const
     {
+        bool bFull = false;
         if constexpr (!Kind::c_bStacked) {
             if (bDabAlpha)
                 m = Mul255V(d, m, dabAlpha);
             const V before = hn::LoadU(d, at.pCoverage);
             const V after = hn::Add(before, Mul255V(d, hn::Not(before), m));
+            bFull = hn::AllTrue(d, hn::Eq(after, hn::Set(d, 255)));
             if (hn::AllTrue(d, hn::Eq(before, after)))
-                return; // then the picture holds the result already
+                return bFull; // then the picture holds the result already
             hn::StoreU(after, d, at.pCoverage);
             m = bOpacity ? Mul255V(d, after, opacity) : after;
         }
         Mix<0>(d, at, m);
         Mix<1>(d, at, m);
         Mix<2>(d, at, m);
+        return bFull;
     }
 
-    HWY_INLINE void Run(D d, const RowPlace& at) const { Run(d, at, hn::LoadU(d, at.pMask)); }
+    HWY_INLINE bool Run(D d, const RowPlace& at) const { return Run(d, at, hn::LoadU(d, at.pMask)); }
 
     /// The last step of a row goes back over pixels that are done.
     HWY_INLINE void RunLast(D d, const RowPlace& row, size_t nCount, size_t nRest) const
@@ -253,34 +257,45 @@ HWY_NOINLINE void ShortRow(const Step<Kind, DSmall>& step, const RowPlace& at, s
         std::memcpy(at.pCoverage, aCoverage, nCount);
 }
 
+/// All steps of a dab.
 template <class Kind>
-void RunRows(const DabRun& run)
-{
-    const DFull dFull;
-    const DHalf dHalf;
-    const DSmall dSmall;
-    const Step<Kind, DFull> full(dFull, run);
-    const Step<Kind, DHalf> half(dHalf, run);
-    const Step<Kind, DSmall> small(dSmall, run);
-    constexpr size_t nFull = hn::MaxLanes(dFull), nHalf = hn::MaxLanes(dHalf);
-    for (int y = 0; y < run.nRows; y++) {
-        const int x0 = run.pSpans[y * 2], x1 = run.pSpans[y * 2 + 1];
-        if (x0 >= x1)
-            continue;
+struct Rows {
+    const DFull dFull{};
+    const DHalf dHalf{};
+    const DSmall dSmall{};
+    static constexpr size_t c_nFull = hn::MaxLanes(DFull()), c_nHalf = hn::MaxLanes(DHalf());
+    const DabRun& run;
+    const Step<Kind, DFull> full;
+    const Step<Kind, DHalf> half;
+    const Step<Kind, DSmall> small;
+
+    HWY_INLINE explicit Rows(const DabRun& dab)
+        : run(dab)
+        , full(dFull, dab)
+        , half(dHalf, dab)
+        , small(dSmall, dab)
+    {
+    }
+
+    /// One part of a row. `covered` takes in what is found to be covered in full, as far as it hangs together.
+    HWY_INLINE void Part(int y, int x0, int x1, DabSpan& covered) const
+    {
         const RowPlace row{run.pCanvas + y * run.nStride + x0 * 3, run.pOut + y * run.nStride + x0 * 3,
                            Kind::c_bStacked ? nullptr : run.pCoverage + y * run.nCoverageStride + x0,
                            run.pMask + y * run.nMaskStride + x0, Kind::c_bInk ? run.ppInk[y] + x0 * 3 : nullptr};
         const size_t nCount = static_cast<size_t>(x1 - x0);
         size_t i = 0;
-        for (; i + nFull <= nCount; i += nFull)
-            full.Run(dFull, row.template At<Kind>(i));
-        if (i + nHalf <= nCount) {
-            half.Run(dHalf, row.template At<Kind>(i));
-            i += nHalf;
+        for (; i + c_nFull <= nCount; i += c_nFull)
+            if (full.Run(dFull, row.template At<Kind>(i)))
+                covered.Join(x0 + static_cast<int>(i), x0 + static_cast<int>(i + c_nFull));
+        if (i + c_nHalf <= nCount) {
+            if (half.Run(dHalf, row.template At<Kind>(i)))
+                covered.Join(x0 + static_cast<int>(i), x0 + static_cast<int>(i + c_nHalf));
+            i += c_nHalf;
         }
         if (i == nCount)
-            continue;
-        if (nCount >= nHalf)
+            return;
+        if (nCount >= c_nHalf)
             half.RunLast(dHalf, row, nCount, nCount - i);
         else if (nCount == 16)
             small.Run(dSmall, row);
@@ -288,6 +303,74 @@ void RunRows(const DabRun& run)
             small.Run(dSmall, row), small.RunLast(dSmall, row, nCount, nCount - 16);
         else
             ShortRow<Kind>(small, row, nCount);
+    }
+
+    /// The parts of a row before and behind what is covered in full already, in whole steps: what they reach into that does no
+    /// harm.
+    HWY_INLINE void Open(int y, int x0, int x1) const
+    {
+        DabSpan covered{run.pFull[y].x0 - run.nFullOrigin, run.pFull[y].x1 - run.nFullOrigin};
+        if (covered.x0 >= x1 || covered.x1 <= x0) {
+            Part(y, x0, x1, covered);
+        } else {
+            const int nHalf = static_cast<int>(c_nHalf);
+            const auto whole = [&](int n) { return (std::max(n, 0) + nHalf - 1) & -nHalf; };
+            const int nLeft = x0 + whole(covered.x0 - x0), nRight = x1 - whole(x1 - covered.x1);
+            if (nLeft >= nRight) {
+                Part(y, x0, x1, covered);
+            } else {
+                if (nLeft > x0)
+                    Part(y, x0, nLeft, covered);
+                if (nRight < x1)
+                    Part(y, nRight, x1, covered);
+            }
+        }
+        run.pFull[y] = {covered.x0 + run.nFullOrigin, covered.x1 + run.nFullOrigin};
+    }
+};
+
+/// Rows lie far apart in memory, in pages of their own, where a processor foresees nothing: it is told of the next ones.
+template <class Kind>
+HWY_INLINE void Foresee(const DabRun& run, int y)
+{
+    int x0 = run.pSpans[y].x0, x1 = run.pSpans[y].x1;
+    if (!Kind::c_bStacked && run.pFull) {
+        const int nFirst = run.pFull[y].x0 - run.nFullOrigin, nLast = run.pFull[y].x1 - run.nFullOrigin;
+        if (nFirst <= x0)
+            x0 = std::max(x0, nLast);
+        else if (nLast >= x1)
+            x1 = std::min(x1, nFirst);
+    }
+    constexpr int c_nLine = 64;
+    for (int i = x0 * 3; i < x1 * 3; i += c_nLine) {
+        __builtin_prefetch(run.pCanvas + y * run.nStride + i);
+        __builtin_prefetch(run.pOut + y * run.nStride + i, 1);
+    }
+    for (int i = x0; i < x1; i += c_nLine) {
+        if constexpr (!Kind::c_bStacked)
+            __builtin_prefetch(run.pCoverage + y * run.nCoverageStride + i, 1);
+        __builtin_prefetch(run.pMask + y * run.nMaskStride + i);
+    }
+}
+
+template <class Kind>
+void RunRows(const DabRun& run)
+{
+    constexpr int c_nAhead = 4;
+    for (int y = 0; y < std::min(c_nAhead, run.nRows); y++)
+        Foresee<Kind>(run, y);
+    const Rows<Kind> rows(run);
+    DabSpan none;
+    for (int y = 0; y < run.nRows; y++) {
+        if (y + c_nAhead < run.nRows)
+            Foresee<Kind>(run, y + c_nAhead);
+        const int x0 = run.pSpans[y].x0, x1 = run.pSpans[y].x1;
+        if (x0 >= x1)
+            continue;
+        if (!Kind::c_bStacked && run.pFull)
+            rows.Open(y, x0, x1);
+        else
+            rows.Part(y, x0, x1, none);
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "paint/CoverageMap.h"
 #include "paint/PaintCore.h"
 
 #include <array>

@@ -88,26 +88,47 @@ void PaintCore::PasteDab(DabMask& mask)
 
 /// The pixels of each row that the mask touches, grown to whole steps of the kernels where there is room: on one colour up to the
 /// picture's edge, with other inks as far as the tile has them. What is laid there in excess has no alpha.
-void PaintCore::FindSpans(const DabMask& mask, CPoint ptMask)
+void PaintCore::FindSpans(DabMask& mask, CPoint ptMask)
 {
     constexpr int c_nStep = 32;
     static_assert(c_nStep <= DabMask::c_nTail);
-    m_aSpans.resize(static_cast<std::size_t>(m_tile.nHeight) * 2);
+    // Far from the edges each dab has the same ones.
+    const bool bOneColor = m_tile.aInk.empty();
+    const bool bFar = bOneColor && ptMask == CPoint{} && m_tile.nWidth == m_nBrushWidth && m_tile.nHeight == m_nBrushHeight
+        && m_nImageWidth - m_tile.x >= m_nBrushWidth + DabMask::c_nTail;
+    if (bFar && !mask.aSteps.empty()) {
+        m_pSpans = mask.aSteps.data();
+        return;
+    }
+    m_aSpans.resize(m_tile.nHeight);
     for (int j = 0; j < m_tile.nHeight; j++) {
-        const DabMask::Span span = mask.aSpans[ptMask.y + j];
-        int nFirst = std::max(span.nFirst - ptMask.x, 0);
-        int nLast = std::min(span.nLast - ptMask.x, m_tile.nWidth);
+        const DabSpan span = mask.aSpans[ptMask.y + j];
+        int nFirst = std::max(span.x0 - ptMask.x, 0);
+        int nLast = std::min(span.x1 - ptMask.x, m_tile.nWidth);
         if (nFirst < nLast) {
             // The border's far columns lie past the tile and must not be laid.
-            const bool bCut = span.nLast - ptMask.x > m_tile.nWidth;
-            const int nRoom = m_tile.aInk.empty() && !bCut ? m_nImageWidth - m_tile.x : m_tile.nWidth;
+            const bool bCut = span.x1 - ptMask.x > m_tile.nWidth;
+            const int nRoom = bOneColor && !bCut ? m_nImageWidth - m_tile.x : m_tile.nWidth;
             const int nSteps = (nLast - nFirst + c_nStep - 1) / c_nStep * c_nStep;
             nLast = std::max(nLast, std::min(nFirst + nSteps, nRoom));
             nFirst = std::min(nFirst, std::max(nLast - nSteps, 0));
         }
-        m_aSpans[j * 2] = nFirst;
-        m_aSpans[j * 2 + 1] = nLast;
+        m_aSpans[j] = {nFirst, nLast};
     }
+    m_pSpans = m_aSpans.data();
+    if (bFar)
+        mask.aSteps = m_aSpans;
+}
+
+/// The coverage under the spans of some rows of the tile, from its first column on.
+std::uint8_t* PaintCore::OpenCoverage(int y, int nRows)
+{
+    for (int i = 0; i < nRows; i++) {
+        const DabSpan span = m_pSpans[y + i - m_tile.y];
+        if (span.x0 < span.x1)
+            m_coverage.Open(y + i, m_tile.x + span.x0, m_tile.x + span.x1);
+    }
+    return m_coverage.Open(y, m_tile.x, m_tile.x);
 }
 
 /// Rows are worked on in runs that lie in one band of the picture's storage.
@@ -122,6 +143,7 @@ void PaintCore::PasteRuns(DabMask& mask, CPoint ptMask)
     run.nOpacity = m_nOpacity;
     run.nDabAlpha = m_nDabAlpha;
     run.pColor = m_tile.aColor;
+    run.nFullOrigin = m_tile.x;
     const std::uint8_t* pMask = (m_bIncremental ? MappedMask(mask) : mask.aBytes).data() + ptMask.x;
     CBandStore& picture = m_pImage->m_Bitmap.WriteBands();
     const int nEnd = m_tile.y + m_tile.nHeight;
@@ -130,9 +152,11 @@ void PaintCore::PasteRuns(DabMask& mask, CPoint ptMask)
         run.nRows = std::min(nEnd, (y / m_canvas.BandRows() + 1) * m_canvas.BandRows()) - y;
         run.pCanvas = (m_bIncremental ? m_canvas.WriteRow(y) : m_canvas.Row(y)) + m_tile.x * 3;
         run.pOut = picture.WriteRow(y) + m_tile.x * 3;
-        run.pCoverage = m_coverage.Row(y) + m_tile.x;
+        if (!m_bIncremental)
+            run.pCoverage = OpenCoverage(y, run.nRows);
+        run.pFull = m_aFull.data() + y;
         run.pMask = pMask + static_cast<std::ptrdiff_t>(ptMask.y + j) * nMaskStride;
-        run.pSpans = m_aSpans.data() + j * 2;
+        run.pSpans = m_pSpans + j;
         run.ppInk = m_tile.aInk.empty() ? nullptr : m_tile.aInk.data() + j;
         if (m_bIncremental)
             StackedDab(run);
@@ -195,7 +219,7 @@ void PaintCore::AlphaOfRow(RowPass& pass, int j)
             pass.pSecond[i] = static_cast<std::uint8_t>(Mul255(pMask[i], m_nDabAlpha));
         pMask = pass.pSecond;
     }
-    std::uint8_t* pCoverage = m_coverage.Row(pass.y) + m_tile.x;
+    std::uint8_t* pCoverage = m_coverage.Open(pass.y, m_tile.x, m_tile.x + nWidth);
     AccumulateRow(pCoverage, pMask, nWidth);
     for (int i = 0; i < nWidth; i++)
         pass.pAlpha[i] = static_cast<std::uint8_t>(pTile ? Mul255(pTile[i], pCoverage[i]) : pCoverage[i]);

@@ -37,7 +37,8 @@ void PaintCore::Begin(unsigned, double x, double y)
 {
     m_nImageWidth = m_pImage->m_Bitmap.GetWidth();
     m_nImageHeight = m_pImage->m_Bitmap.GetHeight();
-    m_coverage = CoverageMap(m_nImageWidth, m_nImageHeight);
+    m_coverage = StrokeCoverage(m_nImageWidth, m_nImageHeight);
+    m_aFull.assign(m_nImageHeight, {});
     m_canvas = m_pImage->m_BaseBitmap.Bands();
     if (m_pImage->m_pFloatMask && m_pImage->m_FloatBitmap.IsAllocated()) {
         m_floatCanvas = m_pImage->m_FloatBitmap.Bands();

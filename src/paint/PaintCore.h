@@ -1,9 +1,9 @@
 #pragma once
 
 #include "doc/BandStore.h"
-#include "paint/CoverageMap.h"
 #include "paint/DabKernels.h"
 #include "paint/StampTile.h"
+#include "paint/StrokeCoverage.h"
 #include "paint/SubpixelMaskCache.h"
 
 #include <cstdint>
@@ -91,7 +91,8 @@ protected:
     StrokeSettings m_settings;
     CBandStore m_canvas;
     std::optional<CBandStore> m_floatCanvas; ///< without a float none
-    CoverageMap m_coverage;
+    StrokeCoverage m_coverage;
+    std::vector<DabSpan> m_aFull; ///< columns of each row that are covered in full
     int m_nBrushWidth = 0, m_nBrushHeight = 0;
     const std::uint8_t* m_pBrushMask = nullptr; ///< the mask cache's copy
     int m_nImageWidth = 0, m_nImageHeight = 0;
@@ -116,8 +117,9 @@ private:
     DabMask& GetDabMask();
     void PasteDab(DabMask& mask);
     bool IsHotCase() const;
-    void FindSpans(const DabMask& mask, CPoint ptMask);
+    void FindSpans(DabMask& mask, CPoint ptMask);
     void PasteRuns(DabMask& mask, CPoint ptMask);
+    std::uint8_t* OpenCoverage(int y, int nRows);
     const std::vector<std::uint8_t>& MappedMask(DabMask& mask);
     void PasteRows(const DabMask& mask, CPoint ptMask);
     void AlphaOfRow(RowPass& pass, int j);
@@ -141,7 +143,8 @@ private:
     bool m_bHardAlpha = false;
     std::vector<bool> m_aFloatLaid; ///< bands of the canvas that have the float over them
     std::vector<std::uint8_t> m_aInkRows, m_aAlphaRows, m_aScratch;
-    std::vector<int> m_aSpans;
+    std::vector<DabSpan> m_aSpans;
+    const DabSpan* m_pSpans = nullptr; ///< of the dab in progress, for each row of the tile
     CRect m_rcDirty; ///< laid and not yet repainted
     CRect m_rcLastDab;
     double m_fDirtyArea = 0; ///< pixels of it that dabs cover

@@ -83,7 +83,7 @@ void SubpixelMaskCache::FindSpans(DabMask& mask) const
     const int nWidth = PaddedWidth();
     mask.aSpans.resize(PaddedHeight());
     const std::uint8_t* pRow = mask.aBytes.data();
-    for (DabMask::Span& span : mask.aSpans) {
+    for (DabSpan& span : mask.aSpans) {
         int nFirst = 0, nLast = nWidth;
         while (nFirst < nLast && pRow[nFirst] == 0)
             nFirst++;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "paint/DabKernels.h"
+
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -10,12 +12,9 @@ namespace kestrune {
 /// that vectors may read and lay whole steps.
 struct DabMask {
     static constexpr int c_nTail = 64;
-    /// The columns of one row that are not 0; first == last in an empty row.
-    struct Span {
-        int nFirst, nLast;
-    };
     std::vector<std::uint8_t> aBytes;
-    std::vector<Span> aSpans;
+    std::vector<DabSpan> aSpans; ///< the columns of each row that are not 0
+    std::vector<DabSpan> aSteps; ///< the same in the whole steps that a dab far from the edges lays; empty until there was one
     /// The bytes through a table, for strokes that build up: what a mask byte and the opacity make of a full alpha.
     std::vector<std::uint8_t> aMapped;
     int nMapKey = -1; ///< which table that was; -1 none yet
