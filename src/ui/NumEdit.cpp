@@ -64,6 +64,12 @@ float CNumEdit::Limited(float fValue) const
     return m_bClamping ? std::clamp(fValue, m_fMinValue, m_fMaxValue) : fValue;
 }
 
+void CNumEdit::StopTelling(QWidget& listener)
+{
+    for (CNumEdit* pBox : listener.findChildren<CNumEdit*>())
+        pBox->disconnect(&listener);
+}
+
 float CNumEdit::GetValue() const
 {
     float fValue = 0;

@@ -49,6 +49,9 @@ public:
     int VerifyAloud() const;
     /// Adds so many deltas, kept within the range.
     void StepBy(int nSteps);
+    /// For the destructor of a window that hears its boxes: closing takes the focus from a box, which would tell the window so
+    /// when its own part is gone already.
+    static void StopTelling(QWidget& listener);
 
 Q_SIGNALS:
     /// The value changed: typed, stepped or worked out; not by `SetValue`.

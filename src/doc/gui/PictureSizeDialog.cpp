@@ -31,6 +31,11 @@ CPictureSizeDialog::CPictureSizeDialog(CSize size, int nBitsPerPixel, QWidget* p
 {
 }
 
+CPictureSizeDialog::~CPictureSizeDialog()
+{
+    CNumEdit::StopTelling(*this);
+}
+
 void CPictureSizeDialog::AddSizeRows(CDialogRows& rows, int nWidthTip, int nHeightTip)
 {
     for (const Side side : {SIDE_WIDTH, SIDE_HEIGHT}) {

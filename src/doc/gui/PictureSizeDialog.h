@@ -16,6 +16,8 @@ class CNumEdit;
 class CPictureSizeDialog : public CPaintDialog {
     Q_OBJECT
 public:
+    ~CPictureSizeDialog() override;
+
     /// The size wanted, in pixels.
     CSize PictureSize() const { return m_size; }
 

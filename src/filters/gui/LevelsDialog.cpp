@@ -62,6 +62,11 @@ CLevelsDialog::CLevelsDialog(const FilterRow& row, CPaintImage& image, FilterDia
     ShowChannel();
 }
 
+CLevelsDialog::~CLevelsDialog()
+{
+    CNumEdit::StopTelling(*this);
+}
+
 LevelsChannel& CLevelsDialog::Channel()
 {
     return std::get<LevelsValues>(Values().extra).channels[static_cast<std::size_t>(m_pChannel->currentIndex())];

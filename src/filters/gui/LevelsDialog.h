@@ -21,6 +21,7 @@ class CLevelsDialog : public CFilterDialog {
     Q_OBJECT
 public:
     CLevelsDialog(const FilterRow& row, CPaintImage& image, FilterDialogData& dialogData, QWidget* pParent);
+    ~CLevelsDialog() override;
 
 protected:
     bool eventFilter(QObject* pObject, QEvent* pEvent) override;

@@ -57,6 +57,11 @@ CDlgBrushBox::CDlgBrushBox(std::filesystem::path pathInstall, QWidget* pParent)
     connect(m_pList, &CBrushWnd::BrushEdited, this, &CDlgBrushBox::ApplyBrush);
 }
 
+CDlgBrushBox::~CDlgBrushBox()
+{
+    CNumEdit::StopTelling(*this);
+}
+
 QSize CDlgBrushBox::sizeHint() const
 {
     return {190, 190};

@@ -39,6 +39,7 @@ class CDlgBrushBox : public QWidget {
     Q_OBJECT
 public:
     explicit CDlgBrushBox(std::filesystem::path pathInstall, QWidget* pParent = nullptr);
+    ~CDlgBrushBox() override;
 
     /// Looks for brush files, loads the first and applies its fourth brush; after the first call nothing. Apart from the
     /// construction, so that the window need not wait for it. Without a file a message, and the box stays empty.
