@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDBusMetaType>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusVariant>
@@ -110,6 +111,7 @@ CThemeWatcher::CThemeWatcher(QObject* pParent)
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected())
         return;
+    qDBusRegisterMetaType<QDBusVariant>(); // until the toolkit has met the type it refuses a slot that takes one
     bus.connect(c_szService, c_szPath, c_szInterface, QStringLiteral("SettingChanged"), this,
                 SLOT(OnSettingChanged(QString, QString, QDBusVariant)));
     QDBusMessage ask = QDBusMessage::createMethodCall(c_szService, c_szPath, c_szInterface, QStringLiteral("Read"));

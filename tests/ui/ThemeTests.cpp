@@ -2,7 +2,13 @@
 #include "ui/Theme.h"
 
 #include <QApplication>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVariant>
 #include <QPalette>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -39,6 +45,44 @@ TEST(Theme, GreysAreNeutralAndTextsCanBeRead)
         EXPECT_GT(Contrast(palette.color(QPalette::HighlightedText), ThemeAccent()), 3);
         EXPECT_GT(Contrast(ThemeAccent(), palette.color(QPalette::Window)), 3);
     }
+}
+
+/// Says on a bus of its own what a desktop says when its user chooses another look.
+void SayScheme(QDBusConnection& portal, unsigned nScheme)
+{
+    QDBusMessage signal = QDBusMessage::createSignal("/org/freedesktop/portal/desktop", "org.freedesktop.portal.Settings", "SettingChanged");
+    signal << QStringLiteral("org.freedesktop.appearance") << QStringLiteral("color-scheme")
+           << QVariant::fromValue(QDBusVariant(QVariant(nScheme)));
+    ASSERT_TRUE(portal.send(signal));
+}
+
+// In a program of its own: the toolkit's first act on the bus must be the watcher's.
+TEST(Theme, FollowsTheDesktopWhileTheProgramRuns)
+{
+    if (!qEnvironmentVariableIsSet("KESTRUNE_TEST_BUS")) {
+        const QString strRun = QStandardPaths::findExecutable(QStringLiteral("dbus-run-session"));
+        if (strRun.isEmpty())
+            GTEST_SKIP() << "no bus here";
+        QProcess process;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("KESTRUNE_TEST_BUS", "1");
+        process.setProcessEnvironment(environment);
+        process.setProcessChannelMode(QProcess::MergedChannels);
+        process.start(strRun, {"--", QCoreApplication::applicationFilePath(), "--gtest_filter=Theme.FollowsTheDesktopWhileTheProgramRuns"});
+        ASSERT_TRUE(process.waitForFinished(60000));
+        EXPECT_EQ(process.exitCode(), 0) << process.readAll().toStdString();
+        return;
+    }
+    ApplyTheme(*qApp, ThemeKind::Light);
+    CThemeWatcher watcher;
+    QDBusConnection portal = QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("portal"));
+    ASSERT_TRUE(portal.registerService(QStringLiteral("org.freedesktop.portal.Desktop")));
+    QTest::qWait(100);
+    SayScheme(portal, 1);
+    EXPECT_TRUE(QTest::qWaitFor([] { return CurrentTheme() == ThemeKind::Dark; }, 5000));
+    SayScheme(portal, 0); // no preference: as it is
+    SayScheme(portal, 2);
+    EXPECT_TRUE(QTest::qWaitFor([] { return CurrentTheme() == ThemeKind::Light; }, 5000));
 }
 
 } // namespace
