@@ -124,6 +124,7 @@ CPopupArrow::CPopupArrow(CNumEdit* pEdit, QWidget* pParent)
     setFocusPolicy(Qt::NoFocus); // the box opens it with Alt+Down
     setFixedWidth(16);
     setAccessibleName(TextOf(IDS_NUMBER_SLIDER));
+    setToolTip(TextOf(IDS_NUMBER_SLIDER) + QStringLiteral(" (Alt+↓)"));
     pEdit->installEventFilter(this);
 }
 

@@ -209,6 +209,11 @@ TEST(MessageSink, BoxHasTheProductsNameKoreanButtonsAndTheDefault)
 TEST(MessageSink, EscapePressesTheLastButton)
 {
     CWindowMessageSink sink(nullptr, {});
+    WithNextBox([](QMessageBox& box) {
+        EXPECT_EQ(box.icon(), QMessageBox::Critical);
+        QTest::keyClick(&box, Qt::Key_Return);
+    });
+    sink.Stop("nothing goes on");
     for (const auto& [buttons, nExpected] : {std::pair{MessageButtons::YesNoCancel, MessageAnswer::Cancel},
                                              {MessageButtons::OkCancel, MessageAnswer::Cancel},
                                              {MessageButtons::YesNo, MessageAnswer::No},

@@ -37,8 +37,14 @@ public:
         m_texts << QString::fromStdString(strText);
         return nDefault;
     }
+    void Stop(const std::string& strText) override
+    {
+        m_nStops++;
+        CMessageSink::Stop(strText);
+    }
     void StatusText(const std::string& strText) override { m_texts << QString::fromStdString(strText); }
     QStringList m_texts;
+    int m_nStops = 0;
 };
 
 /// A folder of two files: six brushes of 11 to 61 pixels, and two.
@@ -269,6 +275,7 @@ TEST_F(BrushBox, NoFilesNoBrush)
     box.EnsureLoaded();
     box.SettleBrush();
     ASSERT_EQ(m_messages.m_texts.size(), 1);
+    EXPECT_EQ(m_messages.m_nStops, 1) << "with the sign of a stop";
     EXPECT_TRUE(m_messages.m_texts[0].startsWith("브러시 파일이 존재하지 않습니다.\n"));
     EXPECT_TRUE(g_activeBrush.aMask.empty());
     EXPECT_EQ(box.List().Count(), 0);
