@@ -73,7 +73,7 @@ def script(picture, result):
              '    (gimp-image-undo-disable i)',
              '    (set! start (gettimeofday))',
              '    (op i d)',
-             '    (display (string-append name "|" (number->string (/ (- (micros (gettimeofday)) (micros start)) 1000.0)) out)',
+             '    (display (string-append name "|" (number->string (/ (- (micros (gettimeofday)) (micros start)) 1000.0))) out)',
              '    (newline out)',
              '    (gimp-image-delete i)))']
     for name, op in PAIRS:
@@ -89,8 +89,11 @@ def gimp_times(gimp, picture, folder):
     with open(path, "w") as out:
         out.write(script(picture, result))
     environment = dict(os.environ, GIMP2_DIRECTORY=os.path.join(folder, "gimp"))
-    subprocess.run([gimp, "-i", "-d", "-f", "-b", '(load "%s")' % path], env=environment, stdout=subprocess.DEVNULL,
-                   stderr=subprocess.DEVNULL, timeout=900, check=False)
+    try:  # the second batch ends GIMP where the first one failed
+        subprocess.run([gimp, "-i", "-d", "-f", "-b", '(load "%s")' % path, "-b", "(gimp-quit 1)"], env=environment,
+                       stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, timeout=900, check=False)
+    except subprocess.TimeoutExpired:
+        print("GIMP did not end", file=sys.stderr)
     times = {}
     if os.path.exists(result):
         with open(result) as lines:

@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <functional>
+#include <type_traits>
 #include <vector>
 
 namespace kestrune {
@@ -67,31 +68,43 @@ void BlurColumns(CFilterTarget& target, const std::vector<std::uint8_t*>& apOut,
         for (int i = i0; i < i1; ++i) {
             const std::size_t nFirst = static_cast<std::size_t>(i) * W;
             const std::size_t n = std::min<std::size_t>(W, static_cast<std::size_t>(target.RowBytes()) - nFirst);
-            for (std::size_t y = 0; y < nHeight; ++y)
-                std::memcpy(lines.data() + y * W, target.Row(static_cast<int>(y)) + nFirst, n);
-            GaussianLines(g, W, lines.data(), target.Height(), scratch.data());
-            for (std::size_t y = 0; y < nHeight; ++y)
-                std::memcpy(apOut[y] + nFirst, lines.data() + y * W, n);
+            const auto strip = [&](auto nBytes) { // of a known width, but for the last one
+                for (std::size_t y = 0; y < nHeight; ++y)
+                    std::memcpy(lines.data() + y * W, target.Row(static_cast<int>(y)) + nFirst, nBytes);
+                GaussianLines(g, W, lines.data(), target.Height(), scratch.data());
+                for (std::size_t y = 0; y < nHeight; ++y)
+                    std::memcpy(apOut[y] + nFirst, lines.data() + y * W, nBytes);
+            };
+            if (n == W)
+                strip(std::integral_constant<std::size_t, W>());
+            else
+                strip(n);
         }
     });
 }
 
 constexpr int c_nRowsAtOnce = c_nGaussianRowLanes / 3;
 
-/// Eight rows (or what is left of them) side by side, in place.
+/// Calls `move(r, x, n)` for each pixel of a group of rows, the rows of a column after each other. A pixel is moved as four bytes,
+/// the last of which the neighbour that comes next overwrites; only those of the last column are moved as three.
+template <class Move>
+void EachPixel(int nRows, int nWidth, const Move& move)
+{
+    for (std::size_t x = 0; x + 1 < static_cast<std::size_t>(nWidth); ++x)
+        for (int r = 0; r < nRows; ++r)
+            move(r, x, std::integral_constant<std::size_t, 4>());
+    for (int r = 0; r < nRows; ++r)
+        move(r, static_cast<std::size_t>(nWidth) - 1, std::integral_constant<std::size_t, 3>());
+}
+
+/// A group of rows (or what is left of them) side by side, in place.
 void BlurRows(std::uint8_t* const* ppRows, int nRows, int nWidth, const GaussianCoefficients& g, std::uint8_t* pLines,
               double* pScratch)
 {
-    constexpr int W = c_nGaussianRowLanes;
-    for (int r = 0; r < nRows; ++r)
-        for (int x = 0; x < nWidth; ++x)
-            for (int c = 0; c < 3; ++c)
-                pLines[static_cast<std::size_t>(x) * W + r * 3 + c] = ppRows[r][3 * x + c];
+    constexpr std::size_t W = c_nGaussianRowLanes;
+    EachPixel(nRows, nWidth, [&](int r, std::size_t x, auto n) { std::memcpy(pLines + x * W + r * 3, ppRows[r] + 3 * x, n); });
     GaussianLines(g, W, pLines, nWidth, pScratch);
-    for (int r = 0; r < nRows; ++r)
-        for (int x = 0; x < nWidth; ++x)
-            for (int c = 0; c < 3; ++c)
-                ppRows[r][3 * x + c] = pLines[static_cast<std::size_t>(x) * W + r * 3 + c];
+    EachPixel(nRows, nWidth, [&](int r, std::size_t x, auto n) { std::memcpy(ppRows[r] + 3 * x, pLines + x * W + r * 3, n); });
 }
 
 /// The blur, and what follows it on each row: `finish(y, row)`.

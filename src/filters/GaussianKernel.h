@@ -15,8 +15,8 @@ struct GaussianCoefficients {
 
 /// Lines that are filtered side by side: the numbers of a step of all lines lie next to each other. 24 is eight rows of
 /// pixels, 32 a strip of columns.
-inline constexpr int c_nGaussianRowLanes = 24;
-inline constexpr int c_nGaussianColumnLanes = 32;
+inline constexpr int c_nGaussianRowLanes = 48;
+inline constexpr int c_nGaussianColumnLanes = 64;
 
 /// Filters `nLanes` (one of the two above) lines of `nLength` steps at once, in place: `pLines` holds nLength x nLanes
 /// bytes, `pScratch` has room for as many doubles.
