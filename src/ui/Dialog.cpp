@@ -9,6 +9,9 @@ namespace kestrune {
 
 namespace {
 
+/// Beside a dialog's own title: what the toolkit adds to it, and the window's buttons.
+constexpr int c_nBesideTitle = 190;
+
 CPaintDialog::Driver& TheDriver()
 {
     static CPaintDialog::Driver driver;
@@ -32,6 +35,10 @@ CPaintDialog::CPaintDialog(QWidget* pParent)
 int CPaintDialog::DoModal()
 {
     setResult(Rejected);
+    if (m_pTitleRoom) { // the title is to be read, however little the dialog asks
+        m_pTitleRoom->changeSize(fontMetrics().horizontalAdvance(windowTitle()) + c_nBesideTitle, 0);
+        layout()->invalidate();
+    }
     if (const Driver driver = TheDriver()) // a copy: the driver may be replaced while it runs
         return driver(*this);
     return exec();
@@ -127,6 +134,8 @@ void CPaintDialog::BuildFrame()
         pRow->addWidget(pButton);
     }
     pFrame->addLayout(pRow);
+    m_pTitleRoom = new QSpacerItem(0, 0);
+    pFrame->addItem(m_pTitleRoom);
 }
 
 } // namespace kestrune

@@ -52,6 +52,7 @@ private:
     QHash<QString, QObject*> m_mapKeys;
     QHBoxLayout* m_pBody = nullptr;
     QHBoxLayout* m_pButtonRow = nullptr;
+    QSpacerItem* m_pTitleRoom = nullptr; ///< as wide as the title
     QPushButton* m_pOk = nullptr;
     QPushButton* m_pCancel = nullptr;
 };
