@@ -1,5 +1,7 @@
 #include "filters/ByteTables.h"
 
+#include "filters/RowKernels.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -92,6 +94,11 @@ ByteTable OldPhotoTable(double fDelta)
 
 void LookUpRow(const ChannelTables& tables, const std::uint8_t* pIn, std::uint8_t* pOut, int nPixels)
 {
+    if (tables[0] == tables[1] && tables[0] == tables[2]) {
+        alignas(16) ByteTable table = tables[0];
+        LookUpBytes(table.data(), pIn, pOut, 3 * static_cast<std::size_t>(nPixels));
+        return;
+    }
     const std::uint8_t* const pBlue = tables[0].data();
     const std::uint8_t* const pGreen = tables[1].data();
     const std::uint8_t* const pRed = tables[2].data();

@@ -188,6 +188,27 @@ struct BrightestOp {
     static uint8_t Byte(const uint8_t* p) { return std::max(std::max(p[0], p[1]), p[2]); }
 };
 
+/// A table of 256 bytes as sixteen of 16, each of which a vector looks up at once; the upper half of a byte tells which counts.
+void LookUp(const uint8_t* HWY_RESTRICT pTable, const uint8_t* HWY_RESTRICT pIn, uint8_t* HWY_RESTRICT pOut, size_t nBytes)
+{
+    size_t i = 0;
+#if HWY_TARGET != HWY_SCALAR
+    const hn::ScalableTag<uint8_t> d;
+    constexpr size_t c_nPart = 16;
+    for (; i + hn::Lanes(d) <= nBytes; i += hn::Lanes(d)) {
+        const auto v = hn::LoadU(d, pIn + i);
+        const auto low = hn::And(v, hn::Set(d, 15)), high = hn::ShiftRight<4>(v);
+        auto result = hn::TableLookupBytes(hn::LoadDup128(d, pTable), low);
+        for (size_t k = 1; k < c_nPart; ++k)
+            result = hn::IfThenElse(hn::Eq(high, hn::Set(d, static_cast<uint8_t>(k))),
+                                    hn::TableLookupBytes(hn::LoadDup128(d, pTable + k * c_nPart), low), result);
+        hn::StoreU(result, d, pOut + i);
+    }
+#endif
+    for (; i < nBytes; ++i)
+        pOut[i] = pTable[pIn[i]];
+}
+
 /// One byte of each pixel's three.
 template <class Op>
 void JoinChannels(const uint8_t* pRow, uint8_t* pOut, size_t nPixels)
@@ -229,6 +250,7 @@ HWY_EXPORT(Range);
 HWY_EXPORT(Weights);
 HWY_EXPORT(Grey);
 HWY_EXPORT(Brightest);
+HWY_EXPORT(LookUp);
 
 void SharpenWeights(const std::uint8_t* pRow, int nDivisor, std::int32_t* pPositive, std::int32_t* pNegative,
                     std::size_t nBytes)
@@ -238,6 +260,10 @@ void SharpenWeights(const std::uint8_t* pRow, int nDivisor, std::int32_t* pPosit
 void GreyRow(const std::uint8_t* pRow, std::uint8_t* pGrey, std::size_t nPixels)
 {
     HWY_DYNAMIC_DISPATCH(Grey)(pRow, pGrey, nPixels);
+}
+void LookUpBytes(const std::uint8_t* pTable, const std::uint8_t* pIn, std::uint8_t* pOut, std::size_t nBytes)
+{
+    HWY_DYNAMIC_DISPATCH(LookUp)(pTable, pIn, pOut, nBytes);
 }
 void BrightestRow(const std::uint8_t* pRow, std::uint8_t* pBrightest, std::size_t nPixels)
 {

@@ -46,4 +46,7 @@ void RangeOfRow(const std::uint8_t* pRow, std::size_t nBytes, std::uint8_t& nMin
 void GreyRow(const std::uint8_t* pRow, std::uint8_t* pGrey, std::size_t nPixels);
 void BrightestRow(const std::uint8_t* pRow, std::uint8_t* pBrightest, std::size_t nPixels);
 
+/// Each byte becomes its entry of a table of 256, which stands at an address that is a multiple of 16.
+void LookUpBytes(const std::uint8_t* pTable, const std::uint8_t* pIn, std::uint8_t* pOut, std::size_t nBytes);
+
 } // namespace kestrune
