@@ -20,6 +20,7 @@ namespace hn = hwy::HWY_NAMESPACE;
 using DF = hn::CappedTag<float, 16>;
 using DI = hn::RebindToSigned<DF>;
 constexpr int c_nLanes = static_cast<int>(hn::MaxLanes(DF()));
+constexpr int c_nWide = 64; ///< half the curve's width from which on it pays to look for changes that count as one
 constexpr int c_nVectors = FeatherLine::c_nBlock / c_nLanes / 4 ? 4 : 1; ///< held in registers at a time
 
 /// Truncated quotients. The product with the reciprocal is off by one at most; the rest tells, exactly.
@@ -48,7 +49,7 @@ void Block(const FeatherLine& line, const FeatherWindow& window, int nFirst, std
         const auto start = hn::Set(d, static_cast<float>(window.nStart) * line.fTotal);
         auto a = start, b = start, c = start, e = start;
         for (int i = 0; i < nChanges; i++) {
-            const float* p = line.Beyond(nFirst + x - pChanges[i].nAt);
+            const float* p = line.At(line.PlaceOf(nFirst + x) + pChanges[i].nPlace);
             const auto by = hn::Set(d, pChanges[i].fBy);
             // All numbers are whole and small enough: fused or not, the sum is the same.
             a = hn::MulAdd(by, hn::LoadU(d, p), a);
@@ -72,9 +73,9 @@ void Block(const FeatherLine& line, const FeatherWindow& window, int nFirst, std
 /// One output. Four sums, that need not wait for each other.
 std::uint8_t Exact(const FeatherLine& line, const FeatherWindow& window, int nAt)
 {
-    const float* const pBeyond = line.Beyond(nAt);
-    const auto Term = [&](int i) { return window.pChanges[i].fBy * pBeyond[-window.pChanges[i].nAt]; };
-    float a = static_cast<float>(window.nStart) * line.fTotal, b = 0, c = 0, e = 0;
+    const float* const pWeights = line.At(line.PlaceOf(nAt));
+    const auto Term = [&](int i) { return static_cast<double>(window.pChanges[i].fBy * pWeights[window.pChanges[i].nPlace]); };
+    double a = window.nStart * static_cast<double>(line.fTotal), b = 0, c = 0, e = 0; // a part of the changes may go further than all
     int i = 0;
     for (; i + 4 <= window.nChanges; i += 4) {
         a += Term(i);
@@ -101,7 +102,7 @@ void Sampled(const FeatherLine& line, const FeatherWindow& window, int nFirst, f
         const auto start = hn::Set(d, fStart);
         auto a = start, b = start, c = start, e = start;
         for (int i = 0; i < nChanges; i++) {
-            const float* p = line.EveryOther(nFirst - pChanges[i].nAt) + k;
+            const float* p = line.EveryOtherAt(line.PlaceOf(nFirst) + pChanges[i].nPlace) + k;
             const auto by = hn::Set(d, pChanges[i].fBy);
             a = hn::MulAdd(by, hn::LoadU(d, p), a);
             if (c_nVectors == 4) {
@@ -154,14 +155,24 @@ void Sampled(const FeatherLine& line, const FeatherWindow& window, int nFirst, f
 static_assert(std::endian::native == std::endian::little && FeatherLine::c_nBlock == 64);
 
 /// Eight to sixty-four bytes at a time are compared with those before them.
-int FindChanges(const std::uint8_t* p, int nLength, LineChange* pChanges)
+int FindChanges(const FeatherLine& line, const std::uint8_t* p, int nLength, LineChange* pChanges)
 {
     LineChange* pOut = pChanges;
     float fSoFar = 0;
+    int nWaitsAt = -1 - FeatherLine::c_nGaps, nWaitsBy = 0; // the last change, while no second one has joined it
+    const int nGaps = line.nHalf >= c_nWide ? FeatherLine::c_nGaps : 0;
     const auto Put = [&](int i) {
         const int nBy = p[i] - p[i - 1];
-        fSoFar += static_cast<float>(std::abs(nBy));
-        *pOut++ = {i, static_cast<float>(nBy), static_cast<float>(p[i]), fSoFar};
+        const auto fBy = static_cast<float>(nBy), fLevel = static_cast<float>(p[i]);
+        fSoFar += std::abs(fBy);
+        if (nBy == nWaitsBy && i - nWaitsAt <= nGaps) {
+            pOut[-1] = {nWaitsAt, i, (i - nWaitsAt) * line.nLength - nWaitsAt, fBy, fLevel, fSoFar};
+            nWaitsBy = 0;
+        } else {
+            *pOut++ = {i, i, -i, fBy, fLevel, fSoFar};
+            nWaitsAt = i;
+            nWaitsBy = nBy;
+        }
     };
     int i = 1;
 #if HWY_TARGET != HWY_SCALAR

@@ -14,22 +14,28 @@ struct FeatherLine {
     int nHalf;
     float fTotal;
     float fSteepest; ///< by how much the weights of two neighbours differ at most
-    /// Weight of what lies at or beyond a change, for distances of output to change from -nHalf - 2 * c_nBlock to nHalf + 2 * c_nBlock.
+    /// For each gap from 0 to `c_nGaps` a table of `nLength`: the weight of what lies at or beyond a change, for distances of output to
+    /// change from -nHalf - 2 * c_nBlock on; where the gap is not 0, of a second change that far behind the first as well.
+    static constexpr int c_nGaps = 8;
+    int nLength; ///< even
     std::vector<float> beyond;
-    const float* Beyond(int nDistance) const { return beyond.data() + nDistance + nHalf + 2 * c_nBlock; }
-    /// The same for every other distance: from `EveryOther(q)` on stand those of q, q + 2, q + 4 and so on, 64 of them.
+    /// The same, parted into the even and the odd places.
     std::vector<float> aHalves[2];
-    const float* EveryOther(int nDistance) const
-    {
-        const auto nAt = static_cast<unsigned>(nDistance + nHalf + 2 * c_nBlock);
-        return aHalves[nAt & 1].data() + nAt / 2;
-    }
+
+    /// The place of an output's weight is this and the change's `nPlace`.
+    int PlaceOf(int nOutput) const { return nOutput + nHalf + 2 * c_nBlock; }
+    const float* At(int nPlace) const { return beyond.data() + nPlace; }
+    /// From there on stand the weights of every other output.
+    const float* EveryOtherAt(int nPlace) const { return aHalves[nPlace & 1].data() + static_cast<unsigned>(nPlace) / 2; }
 };
 
-/// One change of value in a line: at this position it is another than before, by this much.
+/// One change of value in a line: at this position it is another than before, by this much. Two changes by the same that follow each
+/// other closely count as one: under a wide curve most lines climb step by step, and that halves the work.
 struct LineChange {
     int nAt;
-    float fBy;
+    int nLast;    ///< the second change's position, or the same
+    int nPlace;   ///< of its table, less its position
+    float fBy;    ///< each of the two
     float fLevel; ///< the value from here on
     float fSoFar; ///< how much all changes up to this one make together, up or down
 };
@@ -41,14 +47,14 @@ struct FeatherWindow {
     int nChanges;
 
     /// By how much the line goes up and down in it, taken together.
-    float Way() const { return pChanges[nChanges - 1].fSoFar - pChanges->fSoFar + std::abs(pChanges->fBy); }
+    float Way() const { return pChanges[nChanges - 1].fSoFar - pChanges->fSoFar + std::abs(pChanges->fBy) * (pChanges->nLast > pChanges->nAt ? 2 : 1); }
     /// It only rises or only falls.
     bool IsOneWay() const { return std::abs(pChanges[nChanges - 1].fLevel - static_cast<float>(nStart)) == Way(); }
 };
 
 struct FeatherKernels {
     /// The places where a byte differs from the one before; how many. There is room for one less than the line has bytes.
-    int (*findChanges)(const std::uint8_t* pLine, int nLength, LineChange* pChanges);
+    int (*findChanges)(const FeatherLine& line, const std::uint8_t* pBytes, int nLength, LineChange* pChanges);
     /// The weighted means of `nCount` (at most `c_nBlock`) outputs from `nFirst` on.
     void (*block)(const FeatherLine& line, const FeatherWindow& window, int nFirst, std::uint8_t* pOut, int nCount);
     /// The same for exactly `c_nSampled` outputs of a wide curve under which the mask changes little by little. Every other output is

@@ -36,19 +36,24 @@ struct LineWork {
 
 FeatherLine LineOf(const FeatherCurve& curve, FeatherTaps taps)
 {
-    const int nHalf = curve.nHalf, nMargin = FeatherLine::c_nBlock;
-    FeatherLine line{nHalf, static_cast<float>(curve.nTotal), 0, {}, {}};
+    const int nHalf = curve.nHalf, nFirst = -nHalf - 2 * FeatherLine::c_nBlock;
+    const int nLength = 2 * (nHalf + 2 * FeatherLine::c_nBlock + FeatherLine::c_nGaps);
+    FeatherLine line{nHalf, static_cast<float>(curve.nTotal), 0, nLength, {}, {}};
     const auto Weight = [&](int i) {
         return i < -nHalf || i > nHalf || (i == nHalf && taps == FeatherTaps::WithoutLast) ? 0 : curve.weights[i + nHalf];
     };
     // An output at distance q after a change sees it with all offsets from -q on.
     int nSum = 0;
-    for (int q = -nHalf - 2 * nMargin; q <= nHalf + 2 * nMargin; q++) {
+    for (int q = nFirst; q < nFirst + nLength; q++) {
         nSum += Weight(-q);
         line.beyond.push_back(static_cast<float>(nSum));
-        line.aHalves[(q + nHalf) & 1].push_back(static_cast<float>(nSum));
         line.fSteepest = std::max(line.fSteepest, static_cast<float>(std::abs(Weight(-q) - Weight(1 - q))));
     }
+    for (int nGap = 1; nGap <= FeatherLine::c_nGaps; nGap++)
+        for (int i = 0; i < nLength; i++)
+            line.beyond.push_back(line.beyond[i] + (i < nGap ? 0 : line.beyond[i - nGap]));
+    for (std::size_t i = 0; i < line.beyond.size(); i++)
+        line.aHalves[i & 1].push_back(line.beyond[i]);
     return line;
 }
 
@@ -56,7 +61,7 @@ void FeatherOneLine(const FeatherLine& line, const FeatherKernels& kernels, cons
                     LineChange* pChanges)
 {
     const LineChange* pFirst = pChanges;
-    const LineChange* const pEnd = pFirst + kernels.findChanges(pIn, nLength, pChanges);
+    const LineChange* const pEnd = pFirst + kernels.findChanges(line, pIn, nLength, pChanges);
     const auto EndFor = [&](const LineChange* p, int nLast) { // one past the changes that reach that output
         while (p < pEnd && p->nAt <= nLast + line.nHalf)
             p++;
@@ -66,10 +71,10 @@ void FeatherOneLine(const FeatherLine& line, const FeatherKernels& kernels, cons
     for (int x = 0, nCount = 0; x < nLength; x += nCount) {
         nCount = std::min(FeatherLine::c_nBlock, nLength - x);
         // A change before the window is in all of an output, one behind it in none.
-        while (pFirst < pEnd && pFirst->nAt <= x - line.nHalf)
+        while (pFirst < pEnd && pFirst->nLast <= x - line.nHalf)
             pFirst++;
         pLast = EndFor(std::max(pLast, pFirst), x + nCount - 1);
-        const int nStart = pFirst == pChanges ? pIn[0] : pIn[pFirst[-1].nAt];
+        const int nStart = pFirst == pChanges ? pIn[0] : static_cast<int>(pFirst[-1].fLevel);
         const auto WindowTo = [&](const LineChange* p) { return FeatherWindow{nStart, pFirst, static_cast<int>(p - pFirst)}; };
         if (pFirst == pLast) {
             std::memset(pOut + x, nStart, nCount);
