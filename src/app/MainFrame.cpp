@@ -326,8 +326,21 @@ void CMainFrame::LoadState()
     m_pBars->LoadState(m_app.Profile());
     m_pReBar->LoadState(m_app.Profile(), c_szReBarSection);
     m_pToolBox->LoadState(m_app.Profile());
+    StartTool();
     RestorePlacement(*this, m_app.Profile());
     m_pBars->Verify();
+}
+
+/// The program starts with the tool that the toolbox's first button stands for, so that a button shows the tool at hand.
+void CMainFrame::StartTool()
+{
+    const int nCommand = m_pToolBox->CommandAt(0);
+    const auto tools = ToolTable();
+    const auto it = std::find_if(tools.begin(), tools.end(), [=](const ToolRow& row) { return row.nCommand == nCommand; });
+    if (it == tools.end())
+        return;
+    SwitchTool(it->nId, it->nStoredCommand);
+    m_pOptionBar->ShowPage(m_pOptionPages->PageOf(*it, nCommand));
 }
 
 void CMainFrame::SaveState()

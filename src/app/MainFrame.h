@@ -108,6 +108,7 @@ private:
     void CreateToolBars();
     void CreateStatusBar();
     void RegisterCommands();
+    void StartTool();
     void RegisterToggle(int nId, QWidget* pBar);
     void ShowMenuOfState();
     void ChildActivated(CChildFrame* pChild);

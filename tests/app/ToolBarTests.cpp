@@ -152,6 +152,8 @@ TEST_F(CToolBarTest, AShortPressIsAClickAndAHeldOneDropsTheGroup)
     Restart();
     EXPECT_EQ(Frame().ToolBox().CommandAt(7), 1008);
     EXPECT_EQ(Frame().ToolBox().CommandAt(0), 1122);
+    EXPECT_EQ(g_nCurrentTool, TOOL_ELLIPSE_SELECT) << "the first button's tool is the one to begin with";
+    EXPECT_TRUE(Frame().OptionPages().PageOf(*FindToolRow(TOOL_ELLIPSE_SELECT), 1122)->isVisible());
     EXPECT_EQ(Frame().ToolBox().CommandAt(10), 1017);
     EXPECT_EQ(Frame().ToolBox().CommandAt(9), 1011);
 }
