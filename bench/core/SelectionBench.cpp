@@ -99,7 +99,7 @@ const Group g_scan("selection: scans and fills", [] {
 });
 
 const Group g_boundary("selection: boundary", [] {
-    const Bytes photo = Photo(20, 16), mask = NewBytes();
+    const Bytes photo = Photo(20, 9), mask = NewBytes();
     Wand(photo, {1900, 1000}, 22, mask);
     const auto segments = std::make_shared<std::vector<MaskSegment>>();
     TraceBoundary(PlaneOf(mask), {0, 0, c_nWidth, c_nHeight}, *segments);
