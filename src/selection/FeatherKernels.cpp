@@ -88,22 +88,17 @@ std::uint8_t Exact(const FeatherLine& line, const FeatherWindow& window, int nAt
     return static_cast<std::uint8_t>(static_cast<int>(a + b + c + e) / static_cast<int>(line.fTotal));
 }
 
-void Sampled(const FeatherLine& line, const FeatherWindow& window, int nFirst, float fOff, std::uint8_t* pOut)
+/// The sums of every other output from `nFirst` on, `FeatherLine::c_nBlock` of them.
+void SumEveryOther(const FeatherLine& line, const FeatherWindow& window, int nFirst, float* pSums)
 {
     const DF d;
-    const DI di;
-    constexpr int c_nSamples = FeatherLine::c_nBlock, c_nStep = c_nVectors * c_nLanes;
-    const float fStart = static_cast<float>(window.nStart) * line.fTotal;
-    const LineChange* const pChanges = window.pChanges;
-    const int nChanges = window.nChanges;
-    const bool bOneWay = window.IsOneWay();
-    alignas(64) float aSums[c_nSamples + c_nLanes];
-    for (int k = 0; k < c_nSamples; k += c_nStep) {
-        const auto start = hn::Set(d, fStart);
+    const auto start = hn::Set(d, static_cast<float>(window.nStart) * line.fTotal);
+    const int nPlace = line.PlaceOf(nFirst);
+    for (int k = 0; k < FeatherLine::c_nBlock; k += c_nVectors * c_nLanes) {
         auto a = start, b = start, c = start, e = start;
-        for (int i = 0; i < nChanges; i++) {
-            const float* p = line.EveryOtherAt(line.PlaceOf(nFirst) + pChanges[i].nPlace) + k;
-            const auto by = hn::Set(d, pChanges[i].fBy);
+        for (int i = 0; i < window.nChanges; i++) {
+            const float* p = line.EveryOtherAt(nPlace + window.pChanges[i].nPlace) + k;
+            const auto by = hn::Set(d, window.pChanges[i].fBy);
             a = hn::MulAdd(by, hn::LoadU(d, p), a);
             if (c_nVectors == 4) {
                 b = hn::MulAdd(by, hn::LoadU(d, p + c_nLanes), b);
@@ -111,13 +106,23 @@ void Sampled(const FeatherLine& line, const FeatherWindow& window, int nFirst, f
                 e = hn::MulAdd(by, hn::LoadU(d, p + 3 * c_nLanes), e);
             }
         }
-        hn::StoreU(a, d, aSums + k);
+        hn::StoreU(a, d, pSums + k);
         if (c_nVectors == 4) {
-            hn::StoreU(b, d, aSums + k + c_nLanes);
-            hn::StoreU(c, d, aSums + k + 2 * c_nLanes);
-            hn::StoreU(e, d, aSums + k + 3 * c_nLanes);
+            hn::StoreU(b, d, pSums + k + c_nLanes);
+            hn::StoreU(c, d, pSums + k + 2 * c_nLanes);
+            hn::StoreU(e, d, pSums + k + 3 * c_nLanes);
         }
     }
+}
+
+void Sampled(const FeatherLine& line, const FeatherWindow& window, int nFirst, float fOff, std::uint8_t* pOut)
+{
+    const DF d;
+    const DI di;
+    constexpr int c_nSamples = FeatherLine::c_nBlock;
+    const bool bOneWay = window.IsOneWay();
+    alignas(64) float aSums[c_nSamples + c_nLanes];
+    SumEveryOther(line, window, nFirst, aSums);
     hn::StoreU(hn::Zero(d), d, aSums + c_nSamples); // read beside the last one, for nothing
     alignas(64) std::int32_t aExact[c_nSamples + c_nLanes] = {};
     for (int k = 0; k < c_nSamples; k += c_nLanes)
