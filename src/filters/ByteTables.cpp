@@ -94,19 +94,12 @@ ByteTable OldPhotoTable(double fDelta)
 
 void LookUpRow(const ChannelTables& tables, const std::uint8_t* pIn, std::uint8_t* pOut, int nPixels)
 {
-    if (tables[0] == tables[1] && tables[0] == tables[2]) {
-        alignas(16) ByteTable table = tables[0];
-        LookUpBytes(table.data(), pIn, pOut, 3 * static_cast<std::size_t>(nPixels));
-        return;
-    }
-    const std::uint8_t* const pBlue = tables[0].data();
-    const std::uint8_t* const pGreen = tables[1].data();
-    const std::uint8_t* const pRed = tables[2].data();
-    for (const std::uint8_t* const pEnd = pIn + 3 * static_cast<std::size_t>(nPixels); pIn != pEnd; pIn += 3, pOut += 3) {
-        pOut[0] = pBlue[pIn[0]];
-        pOut[1] = pGreen[pIn[1]];
-        pOut[2] = pRed[pIn[2]];
-    }
+    alignas(16) const ChannelTables aligned = tables;
+    const auto n = static_cast<std::size_t>(nPixels);
+    if (tables[0] == tables[1] && tables[0] == tables[2])
+        LookUpBytes(aligned[0].data(), pIn, pOut, 3 * n);
+    else
+        LookUpChannels(aligned[0].data(), pIn, pOut, n);
 }
 
 } // namespace kestrune

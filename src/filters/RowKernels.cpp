@@ -188,25 +188,50 @@ struct BrightestOp {
     static uint8_t Byte(const uint8_t* p) { return std::max(std::max(p[0], p[1]), p[2]); }
 };
 
+constexpr size_t c_nTable = 256;
+
+#if HWY_TARGET != HWY_SCALAR
 /// A table of 256 bytes as sixteen of 16, each of which a vector looks up at once; the upper half of a byte tells which counts.
+template <class D, class V>
+HWY_INLINE V LookUpVector(D d, const uint8_t* HWY_RESTRICT pTable, V v)
+{
+    constexpr size_t c_nPart = 16;
+    const V low = hn::And(v, hn::Set(d, 15)), high = hn::ShiftRight<4>(v);
+    V result = hn::TableLookupBytes(hn::LoadDup128(d, pTable), low);
+    for (size_t k = 1; k < c_nTable / c_nPart; ++k)
+        result = hn::IfThenElse(hn::Eq(high, hn::Set(d, static_cast<uint8_t>(k))),
+                                hn::TableLookupBytes(hn::LoadDup128(d, pTable + k * c_nPart), low), result);
+    return result;
+}
+#endif
+
 void LookUp(const uint8_t* HWY_RESTRICT pTable, const uint8_t* HWY_RESTRICT pIn, uint8_t* HWY_RESTRICT pOut, size_t nBytes)
 {
     size_t i = 0;
 #if HWY_TARGET != HWY_SCALAR
     const hn::ScalableTag<uint8_t> d;
-    constexpr size_t c_nPart = 16;
-    for (; i + hn::Lanes(d) <= nBytes; i += hn::Lanes(d)) {
-        const auto v = hn::LoadU(d, pIn + i);
-        const auto low = hn::And(v, hn::Set(d, 15)), high = hn::ShiftRight<4>(v);
-        auto result = hn::TableLookupBytes(hn::LoadDup128(d, pTable), low);
-        for (size_t k = 1; k < c_nPart; ++k)
-            result = hn::IfThenElse(hn::Eq(high, hn::Set(d, static_cast<uint8_t>(k))),
-                                    hn::TableLookupBytes(hn::LoadDup128(d, pTable + k * c_nPart), low), result);
-        hn::StoreU(result, d, pOut + i);
-    }
+    for (; i + hn::Lanes(d) <= nBytes; i += hn::Lanes(d))
+        hn::StoreU(LookUpVector(d, pTable, hn::LoadU(d, pIn + i)), d, pOut + i);
 #endif
     for (; i < nBytes; ++i)
         pOut[i] = pTable[pIn[i]];
+}
+
+void LookUpEach(const uint8_t* HWY_RESTRICT pTables, const uint8_t* HWY_RESTRICT pIn, uint8_t* HWY_RESTRICT pOut, size_t nPixels)
+{
+    size_t i = 0;
+#if HWY_TARGET != HWY_SCALAR
+    const hn::ScalableTag<uint8_t> d;
+    for (; i + hn::Lanes(d) <= nPixels; i += hn::Lanes(d)) {
+        auto a = hn::Zero(d), b = a, c = a;
+        hn::LoadInterleaved3(d, pIn + 3 * i, a, b, c);
+        hn::StoreInterleaved3(LookUpVector(d, pTables, a), LookUpVector(d, pTables + c_nTable, b),
+                              LookUpVector(d, pTables + 2 * c_nTable, c), d, pOut + 3 * i);
+    }
+#endif
+    for (; i < nPixels; ++i)
+        for (size_t k = 0; k < 3; ++k)
+            pOut[3 * i + k] = pTables[k * c_nTable + pIn[3 * i + k]];
 }
 
 /// One byte of each pixel's three.
@@ -251,6 +276,7 @@ HWY_EXPORT(Weights);
 HWY_EXPORT(Grey);
 HWY_EXPORT(Brightest);
 HWY_EXPORT(LookUp);
+HWY_EXPORT(LookUpEach);
 
 void SharpenWeights(const std::uint8_t* pRow, int nDivisor, std::int32_t* pPositive, std::int32_t* pNegative,
                     std::size_t nBytes)
@@ -264,6 +290,10 @@ void GreyRow(const std::uint8_t* pRow, std::uint8_t* pGrey, std::size_t nPixels)
 void LookUpBytes(const std::uint8_t* pTable, const std::uint8_t* pIn, std::uint8_t* pOut, std::size_t nBytes)
 {
     HWY_DYNAMIC_DISPATCH(LookUp)(pTable, pIn, pOut, nBytes);
+}
+void LookUpChannels(const std::uint8_t* pTables, const std::uint8_t* pIn, std::uint8_t* pOut, std::size_t nPixels)
+{
+    HWY_DYNAMIC_DISPATCH(LookUpEach)(pTables, pIn, pOut, nPixels);
 }
 void BrightestRow(const std::uint8_t* pRow, std::uint8_t* pBrightest, std::size_t nPixels)
 {

@@ -48,5 +48,7 @@ void BrightestRow(const std::uint8_t* pRow, std::uint8_t* pBrightest, std::size_
 
 /// Each byte becomes its entry of a table of 256, which stands at an address that is a multiple of 16.
 void LookUpBytes(const std::uint8_t* pTable, const std::uint8_t* pIn, std::uint8_t* pOut, std::size_t nBytes);
+/// The same with a table for each byte of a pixel, the three after each other.
+void LookUpChannels(const std::uint8_t* pTables, const std::uint8_t* pIn, std::uint8_t* pOut, std::size_t nPixels);
 
 } // namespace kestrune
