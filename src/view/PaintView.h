@@ -132,6 +132,7 @@ private:
     void RefreshOverlay();
     void DrawRect(QPainter& painter, const CRect& rcDirty);
     void DrawOverlay(QPainter& painter);
+    void DrawShape(QPainter& painter);
     void FollowOutline();
     void DrawOutline(QPainter& painter, const CRect& rcDirty);
     QRegion OutlineRegion() const;

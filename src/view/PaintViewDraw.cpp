@@ -14,6 +14,7 @@ namespace kestrune {
 namespace {
 
 constexpr int c_nShade = 110;     ///< how dark the overlay's shades are, of 255
+constexpr int c_nRim = 120;       ///< of the rim around a shape's line, 0..255
 constexpr int c_nHandleReach = 1; ///< the pen around what the overlay lists
 constexpr int c_nMostRects = 24;  ///< a region of more pieces is drawn as a whole
 
@@ -98,15 +99,35 @@ void CPaintView::DrawOverlay(QPainter& painter)
             painter.drawLine(line.a.x, line.a.y, line.b.x, line.b.y);
         for (const CRect& rc : m_overlay.aEllipses)
             painter.drawEllipse(rc.left, rc.top, rc.Width() - 1, rc.Height() - 1);
-        if (m_overlay.pShape)
-            for (const ToolOverlay::Line& line : m_overlay.pShape->aLines)
-                painter.drawLine(line.a.x + m_overlay.ptShape.x, line.a.y + m_overlay.ptShape.y, line.b.x + m_overlay.ptShape.x,
-                                 line.b.y + m_overlay.ptShape.y);
     }
+    DrawShape(painter);
     painter.setPen(QPen(Qt::black, 1));
     painter.setBrush(Qt::white);
     for (const CRect& rc : m_overlay.aHandles)
         painter.drawRect(rc.left, rc.top, rc.Width() - 1, rc.Height() - 1);
+}
+
+/// A shape is of many short lines, on which dashes would not be seen: a white line with a dark rim.
+void CPaintView::DrawShape(QPainter& painter)
+{
+    if (!m_overlay.pShape)
+        return;
+    std::vector<QLine> aLines;
+    aLines.reserve(m_overlay.pShape->aLines.size());
+    for (const ToolOverlay::Line& line : m_overlay.pShape->aLines)
+        aLines.emplace_back(line.a.x, line.a.y, line.b.x, line.b.y);
+    const auto draw = [&](int dx, int dy) {
+        painter.translate(m_overlay.ptShape.x + dx, m_overlay.ptShape.y + dy);
+        painter.drawLines(aLines.data(), static_cast<int>(aLines.size()));
+        painter.translate(-m_overlay.ptShape.x - dx, -m_overlay.ptShape.y - dy);
+    };
+    painter.setPen(QPen(QColor(0, 0, 0, c_nRim), 1));
+    draw(-1, 0);
+    draw(1, 0);
+    draw(0, -1);
+    draw(0, 1);
+    painter.setPen(QPen(Qt::white, 1));
+    draw(0, 0);
 }
 
 /// The viewport's rectangle, in the toolkit's units, that holds all of a rectangle of client pixels.
