@@ -1,5 +1,7 @@
 #include "doc/BandStore.h"
 
+#include "base/ParallelRows.h"
+
 #include <algorithm>
 #include <atomic>
 #include <cstring>
@@ -83,8 +85,12 @@ void CBandStore::Detach(int y0, int y1)
 {
     if (y1 <= y0)
         return;
-    for (std::size_t i = Band(y0); i <= Band(y1 - 1); i++)
-        MakePrivate(i, true);
+    // From a megabyte on by all cores: fresh memory costs as much as the copy, and a press of a large brush waits for it.
+    const int nFirst = static_cast<int>(Band(y0));
+    ParallelRows(static_cast<int>(Band(y1 - 1)) + 1 - nFirst, 4, [&](int i0, int i1) {
+        for (int i = i0; i < i1; i++)
+            MakePrivate(static_cast<std::size_t>(nFirst + i), true);
+    });
 }
 
 void CBandStore::Replace(int y0, int y1)
