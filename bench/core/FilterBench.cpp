@@ -188,8 +188,8 @@ const Group g_preview("preview", [] {
     works.push_back({30001, "motion blur 255", Ints({30, 255}), 0});
     for (const Work& work : works) {
         const FilterRow* const pRow = FindFilter(work.nCommand);
-        if (pRow->handler == FilterHandler::Dispatcher)
-            Register({"preview: " + work.strName + ", 12 MP / 1 MP", 1.5, [=] { pLarge->Preview(*pRow, work.values); },
+        if (pRow->handler == FilterHandler::Dispatcher) // some take 4 microseconds, of which a cold line is a large part: hence 2
+            Register({"preview: " + work.strName + ", 12 MP / 1 MP", 2, [=] { pLarge->Preview(*pRow, work.values); },
                       [=] { pSmall->Preview(*pRow, work.values); }});
     }
 });
