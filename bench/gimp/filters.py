@@ -8,11 +8,9 @@ and with a word and status 0 where GIMP is not installed. Undo is switched off o
 """
 import array
 import os
-import re
-import shutil
-import subprocess
 import sys
-import tempfile
+
+import peer
 
 WIDTH, HEIGHT = 3840, 2160
 FACTOR = 4.0
@@ -64,88 +62,14 @@ def write_picture(path):
             out.write(bytes((s + (n >> 4) + y // 5) & 0xFF for s, n in zip(slope, row)))
 
 
-def script(picture, result):
-    lines = ['(define out (open-output-file "%s"))' % result,
-             '(define (micros t) (+ (* 1000000 (car t)) (cadr t)))',
-             '(define (bench name op)',
-             '  (let* ((i (car (gimp-file-load RUN-NONINTERACTIVE "%s" "p"))) (d (car (gimp-image-get-active-layer i)))' % picture,
-             '         (start 0))',
-             '    (gimp-image-undo-disable i)',
-             '    (set! start (gettimeofday))',
-             '    (op i d)',
-             '    (display (string-append name "|" (number->string (/ (- (micros (gettimeofday)) (micros start)) 1000.0))) out)',
-             '    (newline out)',
-             '    (gimp-image-delete i)))']
-    for name, op in PAIRS:
-        # An operation that this GIMP does not have ends its own line alone.
-        lines += ['(catch #f (bench "%s" (lambda (i d) %s)))' % (name, op)] * RUNS
-    lines += ["(close-output-port out)", "(gimp-quit 1)"]
-    return "\n".join(lines)
-
-
-def gimp_times(gimp, picture, folder):
-    path = os.path.join(folder, "filters.scm")
-    result = os.path.join(folder, "times.txt")
-    with open(path, "w") as out:
-        out.write(script(picture, result))
-    environment = dict(os.environ, GIMP2_DIRECTORY=os.path.join(folder, "gimp"))
-    try:  # the second batch ends GIMP where the first one failed
-        subprocess.run([gimp, "-i", "-d", "-f", "-b", '(load "%s")' % path, "-b", "(gimp-quit 1)"], env=environment,
-                       stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, timeout=900, check=False)
-    except subprocess.TimeoutExpired:
-        print("GIMP did not end", file=sys.stderr)
-    times = {}
-    if os.path.exists(result):
-        with open(result) as lines:
-            for line in lines:
-                name, value = line.rstrip().split("|")
-                times.setdefault(name, []).append(float(value))
-    return {name: sorted(values)[len(values) // 2] for name, values in times.items()}
-
-
-def our_times(bench, picture):
-    environment = dict(os.environ, KESTRUNE_BENCH_PICTURE=picture)
-    times = {}
-    for name in ("filter", "median"):
-        run = subprocess.run([bench, "--filter", name, "--runs", "7"], env=environment, text=True,
-                             stdout=subprocess.PIPE, check=False)
-        for line in run.stdout.splitlines():
-            match = re.match(r"(?:filter: )?(.*?) / .*? ([0-9.]+) ms +[0-9.]+ ms", line)
-            if match:
-                times.setdefault(match.group(1), float(match.group(2)))
-    return times
-
-
-def main():
-    build = sys.argv[1] if len(sys.argv) > 1 else "build"
-    bench = os.path.join(build, "kestrune_bench")
-    gimp = shutil.which("gimp-console") or shutil.which("gimp")
-    if not gimp:
-        print("skipped: GIMP is not installed")
-        return 0
-    if not os.path.exists(bench):
-        print("%s is missing: configure with -DKESTRUNE_BENCH=ON and build it" % bench, file=sys.stderr)
-        return 2
-    with tempfile.TemporaryDirectory() as folder:
-        picture = os.path.join(folder, "picture.ppm")
-        write_picture(picture)
-        peers = gimp_times(gimp, picture, folder)
-        own = our_times(bench, picture)
-    slow = 0
-    print("%-34s %12s %12s %8s" % ("filter, 3840 x 2160", "GIMP", "Kestrune", "factor"))
-    for name, _ in PAIRS:
-        if name not in peers or name not in own:
-            print("%-34s %12s %12s" % (name, "-" if name not in peers else "%.1f ms" % peers[name],
-                                       "-" if name not in own else "%.1f ms" % own[name]))
-            continue
-        factor = peers[name] / own[name]
-        slow += factor < FACTOR
-        print("%-34s %9.1f ms %9.1f ms %8.1f%s" % (name, peers[name], own[name], factor, "" if factor >= FACTOR else "  UNDER"))
-    if not peers:
-        print("GIMP ran none of its operations", file=sys.stderr)
-        return 2
-    return 1 if slow else 0
+def work(gimp, bench, folder):
+    picture = os.path.join(folder, "picture.ppm")
+    write_picture(picture)
+    bindings = '(i (car (gimp-file-load RUN-NONINTERACTIVE "%s" "p"))) (d (car (gimp-image-get-active-layer i)))' % picture
+    peers = peer.gimp_times(gimp, folder, PAIRS, RUNS, bindings, "")
+    own = peer.our_times(bench, ["filter", "median"], {"KESTRUNE_BENCH_PICTURE": picture})
+    return peer.table("filter, 3840 x 2160", PAIRS, peers, own, FACTOR)
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(peer.compare(work))
