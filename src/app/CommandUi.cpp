@@ -89,6 +89,7 @@ void CCommandUi::ShowState(QAction& action) const
     action.setEnabled(state.bEnabled);
     action.setCheckable(state.bChecked);
     action.setChecked(state.bChecked);
+    action.setIconVisibleInMenu(!state.bChecked); // its place is the check mark's, the same for rows with and without a drawing
     const QString strText = state.strText.empty() ? action.property(c_szText).toString() : QString::fromStdString(state.strText);
     if (action.text() != strText)
         action.setText(strText);

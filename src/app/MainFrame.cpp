@@ -560,6 +560,7 @@ void CMainFrame::keyPressEvent(QKeyEvent* pEvent)
         panes.insert(panes.end(), m_pBars->Bars().begin(), m_pBars->Bars().end());
         FocusNextPane(panes, !(pEvent->modifiers() & Qt::ShiftModifier));
     } else if (pEvent->key() == Qt::Key_Escape && pView && !pView->hasFocus()) {
+        pView->activateWindow(); // the key may come from a floating box
         pView->setFocus();
     } else {
         QMainWindow::keyPressEvent(pEvent);

@@ -46,8 +46,8 @@ void FocusNextPane(std::span<QWidget* const> panes, bool bForward)
         QWidget* pEntry = panes[i]->isVisible() ? EntryOf(*panes[i]) : nullptr;
         if (!pEntry)
             continue;
-        if (panes[i]->isWindow())
-            panes[i]->activateWindow(); // a box that floats
+        if (!pEntry->isActiveWindow())
+            pEntry->activateWindow(); // to or from a box that floats
         pEntry->setFocus(Qt::TabFocusReason);
         return;
     }

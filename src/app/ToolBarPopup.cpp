@@ -57,7 +57,7 @@ CToolBarPopup::CToolBarPopup(std::span<const int> commands, int nCurrent, const 
 
 void CToolBarPopup::ShowBeside(const QWidget& button)
 {
-    adjustSize();
+    resize(sizeHint()); // not adjustSize(), which makes no window narrower than 200
     const QRect rcScreen = button.screen()->availableGeometry();
     QPoint pt = button.mapToGlobal(QPoint(button.width() + 1, 0));
     if (pt.x() + width() > rcScreen.right())

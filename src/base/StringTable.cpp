@@ -246,7 +246,7 @@ constexpr auto c_aRows = std::to_array<StringRow>({
     {IDS_BRUSH_FILES, "브러시 파일"},
     {IDS_BRUSH_FILES_TIP, "목록에 표시할 브러시 파일을 고릅니다."},
     {IDS_BRUSH_LIST_MODE, "목록만 보기"},
-    {IDS_BRUSH_SOFT_EDGE, "가장자리(&E):"},
+    {IDS_BRUSH_SOFT_EDGE, "가장자리(&D):"},
     {IDS_BRUSH_SOFT_EDGE_TIP, "브러시의 가장자리를 부드럽게 흐릴 폭 (0~10 픽셀)"},
     {IDS_BRUSH_SPACING, "간격: %1 %"},
     {IDS_BRUSH_SPACING_TIP, "이 브러시에 저장된 간격입니다. 그리는 간격은 도구 옵션에서 정합니다."},

@@ -3,6 +3,8 @@
 #include "script/ScriptFrame.h"
 #include "ui/ControlValue.h"
 
+#include <QWidget>
+
 #include <limits>
 
 namespace kestrune::statements {
@@ -30,7 +32,15 @@ StatementResult Option(CScriptContext& context, const QStringList& words)
     QObject* pControl = FindOptionControl(context.app, words[0], words[1]);
     if (!pControl)
         return QStringLiteral("no option bar has the setting \"%1\" \"%2\"").arg(words[0], words[1]);
-    return PutIntoControl(*pControl, words[2]);
+    // A script may say a number before it sets the check box without which the number is grey.
+    const auto* pWidget = qobject_cast<QWidget*>(pControl);
+    QWidget* pPanel = pWidget && !pWidget->isEnabled() ? pWidget->parentWidget() : nullptr;
+    if (pPanel)
+        pPanel->setEnabled(true);
+    const StatementResult result = PutIntoControl(*pControl, words[2]);
+    if (pPanel)
+        pPanel->setEnabled(false);
+    return result;
 }
 
 StatementResult Pattern(CScriptContext& context, const QStringList& words)

@@ -5,8 +5,10 @@
 #include "ui/Theme.h"
 
 #include <QContextMenuEvent>
+#include <QCoreApplication>
 #include <QGuiApplication>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMainWindow>
 #include <QPainter>
@@ -40,7 +42,7 @@ public:
         setAttribute(Qt::WA_InputMethodEnabled, false);
     }
     QSize sizeHint() const override { return m_bar.PreferredSize() - QSize(0, c_nGripperHeight); }
-    QSize minimumSizeHint() const override { return {80, 40}; }
+    QSize minimumSizeHint() const override { return QSize(80, 40).expandedTo(layout()->minimumSize()); }
 
 private:
     CSizingControlBar& m_bar;
@@ -210,6 +212,25 @@ void CSizingControlBar::OnTopLevelChanged(bool bFloating)
         move(m_ptFirstFloat);
     m_bHasFloated = true;
     m_bMoving = false;
+}
+
+/// What the frame does with a key it does for a floating box too, which is a window of its own: the frame hears nothing of it.
+void CSizingControlBar::keyPressEvent(QKeyEvent* pEvent)
+{
+    QDockWidget::keyPressEvent(pEvent);
+    if (!pEvent->isAccepted() && isFloating() && parentWidget())
+        QCoreApplication::sendEvent(parentWidget(), pEvent);
+}
+
+/// A floating box has no other edge than this line.
+void CSizingControlBar::paintEvent(QPaintEvent* pEvent)
+{
+    QDockWidget::paintEvent(pEvent);
+    if (!isFloating())
+        return;
+    QPainter painter(this);
+    painter.setPen(ThemeQuietText());
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }
 
 CSizingControlBarG::CSizingControlBarG(int nBarId, const QString& strTitle, QSize created, QWidget* pParent)

@@ -43,6 +43,8 @@ public:
 
 protected:
     void resizeEvent(QResizeEvent* pEvent) override;
+    void keyPressEvent(QKeyEvent* pEvent) override;
+    void paintEvent(QPaintEvent* pEvent) override;
 
 private:
     QSize* SizeOfPlace();

@@ -14,6 +14,9 @@
 
 #include <QButtonGroup>
 #include <QDockWidget>
+#include <QLabel>
+#include <QLayout>
+#include <QMenuBar>
 #include <QMouseEvent>
 #include <QTest>
 #include <QToolButton>
@@ -221,6 +224,69 @@ TEST_F(CToolBarTest, TheKeyboardGoesRoundThePanesAndComesBack)
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
     EXPECT_EQ(g_nCurrentTool, TOOL_STAMP) << "the next button down";
+}
+
+TEST_F(CToolBarTest, AFloatingBoxIsOneOfThePanesAndHoldsItsContentsWhole)
+{
+    CPaintView& view = NewPicture().GetView();
+    Frame().show();
+    Choose(1006);
+    CSizingControlBar* pBox = Frame().FrameBars().Bar(BAR_BRUSH_LIB);
+    pBox->setFloating(true);
+    QCoreApplication::processEvents();
+    EXPECT_GE(pBox->height(), pBox->widget()->layout()->minimumSize().height()) << "the size at creation is too small for its rows";
+    EXPECT_GE(pBox->width(), pBox->widget()->layout()->minimumSize().width());
+
+    const auto enterBox = [&] {
+        pBox->activateWindow();
+        QCoreApplication::processEvents();
+        for (QWidget* p : pBox->findChildren<QWidget*>())
+            if (p->focusPolicy() & Qt::TabFocus && p->isVisible() && p->isEnabled()) {
+                p->setFocus();
+                break;
+            }
+        ASSERT_TRUE(QApplication::focusWidget() && QApplication::focusWidget()->window() == pBox);
+    };
+    for (const Qt::KeyboardModifiers modifiers : {Qt::NoModifier, Qt::ShiftModifier}) {
+        enterBox();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_F6, modifiers);
+        QCoreApplication::processEvents();
+        ASSERT_TRUE(QApplication::focusWidget());
+        EXPECT_EQ(QApplication::focusWidget()->window(), &Frame());
+    }
+    enterBox();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(view.hasFocus());
+}
+
+TEST_F(CToolBarTest, NoTwoThingsOfTheWindowHaveOneMnemonic)
+{
+    NewPicture();
+    Frame().show();
+    for (const CSizingControlBar* pBox : Frame().FrameBars().Bars())
+        const_cast<CSizingControlBar*>(pBox)->show();
+    for (const int nCommand : {1001, 1006, 1011, 1012, 1015, 1057}) {
+        Choose(nCommand);
+        QCoreApplication::processEvents();
+        QMap<QString, QString> keys;
+        const auto add = [&](const QString& strText) {
+            const QString strKey = QKeySequence::mnemonic(strText).toString();
+            if (!strKey.isEmpty()) {
+                EXPECT_FALSE(keys.contains(strKey)) << nCommand << ' ' << strText.toStdString() << " and " << keys[strKey].toStdString();
+                keys[strKey] = strText;
+            }
+        };
+        for (const QAction* pAction : Frame().menuBar()->actions())
+            add(pAction->text());
+        for (const QLabel* pLabel : Frame().findChildren<QLabel*>())
+            if (pLabel->buddy() && pLabel->isVisible())
+                add(pLabel->text());
+        for (const QAbstractButton* pButton : Frame().findChildren<QAbstractButton*>())
+            if (pButton->isVisible() && !qobject_cast<const QToolButton*>(pButton))
+                add(pButton->text());
+        EXPECT_GE(keys.size(), 9) << "the menus alone";
+    }
 }
 
 TEST_F(CToolBarTest, WithoutAPictureAPressDoesNothingAndTransformsWaitForAFloat)

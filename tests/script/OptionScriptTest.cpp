@@ -13,7 +13,8 @@ TEST_F(CScriptTest, OptionsAreTypedIntoTheirBarsAndKept)
                "option Floater Mode 4\n"
                "option Floater Tolerance 255\n"
                "option Gradient Source 3\n"
-               "option Eraser Hard 1\n");
+               "option Eraser Hard 1\n"
+               "option Floater Width 50\noption Floater Style 1\noption Floater Height 60\n");
     file.close();
     const QStringList words{"--settings", Path("settings"), "--script", strScript};
     ScriptRun run = RunProgram(words);
@@ -22,11 +23,12 @@ TEST_F(CScriptTest, OptionsAreTypedIntoTheirBarsAndKept)
 
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write("print setting Pencil Opacity\nprint setting \"Paint Brush\" \"P Mode\"\nprint setting Floater Mode\n"
-               "print setting Floater Tolerance\nprint setting Eraser Hard\nprint setting Gradient Source\n");
+               "print setting Floater Tolerance\nprint setting Eraser Hard\nprint setting Gradient Source\n"
+               "print setting Floater Width\nprint setting Floater Height\n");
     file.close();
     run = RunProgram(words);
     EXPECT_EQ(run.nStatus, 0) << run.strErr.toStdString();
-    EXPECT_EQ(run.out, (QStringList{"25", "3", "4", "255", "1", "missing"}));
+    EXPECT_EQ(run.out, (QStringList{"25", "3", "4", "255", "1", "missing", "50", "60"}));
 }
 
 TEST_F(CScriptTest, WhatAnOptionsControlRefusesIsAFailedLine)

@@ -131,6 +131,7 @@ void COptionPage::Add(const OptionControlRow& row)
     }
     m_aEntries.push_back(std::move(entry));
     ShowOption(row.option);
+    EnableEntries(row.enabledBy);
 }
 
 void COptionPage::Put(Entry& entry, QWidget* pWidget)
@@ -315,7 +316,15 @@ void COptionPage::ShowOption(ToolOption option)
         pGroup->button(nValue)->setChecked(true);
     } else if (auto* pCheck = qobject_cast<QCheckBox*>(pControl)) {
         pCheck->setChecked(nValue != 0);
+        EnableEntries(option);
     }
+}
+
+void COptionPage::EnableEntries(ToolOption check)
+{
+    for (const Entry& entry : m_aEntries)
+        if (check != ToolOption::Count && entry.pRow->enabledBy == check)
+            entry.pPanel->setEnabled(GetToolOption(check) != 0);
 }
 
 bool COptionPage::IsFor(OptionFor tools, const ToolRow& tool, int nCommand)

@@ -60,6 +60,8 @@ private:
     void AddButtons(Entry& entry);
     void AddPatch(Entry& entry);
     void ShowPatternPercent();
+    /// What depends on a check box follows it.
+    void EnableEntries(ToolOption check);
     CNumEdit* MakeEdit(int nUnit, int nMin, int nMax, int nDefault);
     void PutEdit(Entry& entry, CNumEdit* pEdit);
     void Put(Entry& entry, QWidget* pWidget);

@@ -43,6 +43,7 @@ struct OptionControlRow {
     std::string_view tip;
     std::span<const OptionItem> items = {};
     OptionFor tools = OptionFor::All;
+    ToolOption enabledBy = ToolOption::Count; ///< a check box without which the control says nothing and is grey
 };
 
 /// All controls in the order in which they stand, bar by bar.

@@ -93,6 +93,7 @@ TEST_F(OptionPageTest, EverySettingHasAControlThatGoesBothWays)
         SetToolOption(row.option, row.nMin);
         EXPECT_EQ(Shown(*pControl, row.option), row.nMin);
 
+        SetToolOption(ToolOption::FloaterStyle, 1); // a grey control takes nothing
         const bool bList = qobject_cast<QComboBox*>(pControl) != nullptr;
         const auto text = [&](int n) { return QString::number(bList ? n - row.nMin : n); };
         EXPECT_FALSE(PutIntoControl(*pControl, text(row.nMax)));
@@ -103,6 +104,7 @@ TEST_F(OptionPageTest, EverySettingHasAControlThatGoesBothWays)
             EXPECT_EQ(Shown(*pControl, row.option), row.nMax);
         }
         EXPECT_TRUE(PutIntoControl(*pControl, "nonsense"));
+        SetToolOption(ToolOption::FloaterStyle, 0);
     }
 }
 
@@ -137,6 +139,20 @@ TEST_F(OptionPageTest, SelectionToolsShareABarThatShowsEachItsOwn)
     // A control that another tool shows still takes what a script says.
     EXPECT_FALSE(PutIntoControl(*m_pages.Control(ToolOption::FloaterTolerance), "30"));
     EXPECT_EQ(GetToolOption(ToolOption::FloaterTolerance), 30);
+}
+
+TEST_F(OptionPageTest, WhatACheckBoxSwitchesIsGreyWithoutIt)
+{
+    const auto isEnabled = [&](ToolOption option) { return qobject_cast<QWidget*>(m_pages.Control(option))->isEnabled(); };
+    EXPECT_FALSE(isEnabled(ToolOption::FloaterWidth) || isEnabled(ToolOption::FloaterHeight));
+    EXPECT_TRUE(isEnabled(ToolOption::BrushPressure) && isEnabled(ToolOption::FloaterFeather));
+    qobject_cast<QCheckBox*>(m_pages.Control(ToolOption::FloaterStyle))->click();
+    EXPECT_TRUE(isEnabled(ToolOption::FloaterWidth) && isEnabled(ToolOption::FloaterHeight));
+    SetToolOption(ToolOption::FloaterStyle, 0); // somebody else switches it off
+    EXPECT_FALSE(isEnabled(ToolOption::FloaterWidth) || isEnabled(ToolOption::FloaterHeight));
+    qobject_cast<QCheckBox*>(m_pages.Control(ToolOption::BrushFade))->click();
+    EXPECT_FALSE(isEnabled(ToolOption::BrushPressure));
+    EXPECT_TRUE(isEnabled(ToolOption::BrushOpacity));
 }
 
 TEST_F(OptionPageTest, EffectBarNamesItsEffectAndHidesAStrengthThatHasNone)
