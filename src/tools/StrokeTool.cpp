@@ -88,6 +88,12 @@ void CStrokeTool::OnMouseLeave(CToolView& view)
     view.SetOverlay({});
 }
 
+void CStrokeTool::OnDeactivate()
+{
+    if (g_pActiveToolView)
+        OnMouseLeave(*g_pActiveToolView);
+}
+
 void CStrokeTool::OnDrawOverlay(CToolView& view)
 {
     if (m_bPointer)

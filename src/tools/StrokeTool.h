@@ -24,6 +24,8 @@ public:
     bool OnSetCursor(CToolView& view, CPoint pt) override;
     void OnMouseLeave(CToolView& view) override;
     void OnDrawOverlay(CToolView& view) override;
+    /// Takes the outline away, which no other tool would.
+    void OnDeactivate() override;
     bool WantsEveryMove() const override { return true; }
 
 protected:

@@ -97,6 +97,8 @@ void SwitchTool(int nToolId, int nCommand)
     g_nCurrentToolCommand = nCommand;
     if (CPaintTool* pTool = FindTool(nToolId))
         pTool->OnActivate();
+    if (g_pActiveToolView) // a shortcut changes the tool while the pointer rests on the picture
+        g_pActiveToolView->RefreshCursor();
 }
 
 void AppendTool(CPaintTool* pTool)

@@ -49,6 +49,8 @@ public:
 
     /// Shows the cursor of that number (the table of the tools) over the view.
     virtual void SetToolCursor(int nCursor) = 0;
+    /// Asks the tool for its cursor where the pointer rests now: another tool has become the current one.
+    virtual void RefreshCursor() {}
     /// Replaces what the tool draws over the picture; an empty one removes it.
     virtual void SetOverlay(ToolOverlay overlay) = 0;
 

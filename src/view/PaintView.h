@@ -90,6 +90,7 @@ public:
     void ReleaseCapture() override { m_bCapture = false; }
     bool HasCapture() const override { return m_bCapture; }
     void SetToolCursor(int nCursor) override;
+    void RefreshCursor() override;
     void SetOverlay(ToolOverlay overlay) override;
     void StartTimer(int nTimer, int nMilliseconds) override;
     void KillTimer(int nTimer) override;
@@ -142,7 +143,6 @@ private:
     CPaintTool* EventTool() const;
     void ZoomAtPointer(bool bIn, CPoint pt);
     void UpdateCursor(CPoint pt);
-    void RefreshCursor();
     void DragOutIfArmed(const QMouseEvent& event);
     void PressSpace();
     void ReleaseSpace();

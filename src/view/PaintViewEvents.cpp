@@ -271,7 +271,6 @@ void CPaintView::PressSpace()
         m_bTempHand = true;
     }
     SwitchTool(TOOL_HAND, FindToolRow(TOOL_HAND)->nCommand);
-    RefreshCursor();
 }
 
 /// Back to the tool from before. The stored command number stays the hand's until the next tool command: kept so.
@@ -281,7 +280,6 @@ void CPaintView::ReleaseSpace()
         return;
     SwitchTool(m_nPrevTool, g_nCurrentToolCommand);
     m_bTempHand = false;
-    RefreshCursor();
 }
 
 /// A key that is still down when the keyboard goes elsewhere (Control, when its shortcut opened a dialog) counts as let go.

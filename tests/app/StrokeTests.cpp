@@ -52,6 +52,22 @@ TEST_F(CStrokeWindowTest, TheScreenShowsTheDabBeforeTheButtonIsUp)
     Release(120, 60);
 }
 
+TEST_F(CStrokeWindowTest, AShortcutTakesTheOutlineOfTheOldToolAwayAndShowsThatOfTheNew)
+{
+    QCursor::setPos(View().viewport()->mapToGlobal(At(60, 50)));
+    View().viewport()->setAttribute(Qt::WA_UnderMouse); // as the window system's enter event would
+    Move(60, 50);
+    const auto screen = [&] { return View().viewport()->grab().toImage(); };
+    const QImage pencil = screen();
+    EXPECT_TRUE(m_pApp->ExecuteCommand(1011));
+    QImage blank = pencil;
+    blank.fill(Qt::white);
+    EXPECT_EQ(screen(), blank) << "the gradient tool has no outline";
+    EXPECT_NE(pencil, blank);
+    EXPECT_TRUE(m_pApp->ExecuteCommand(1005));
+    EXPECT_EQ(screen(), pencil) << "the pointer still rests there";
+}
+
 TEST_F(CStrokeWindowTest, NoCommandOrShortcutRunsWhileTheButtonIsHeld)
 {
     Press(50, 50);
