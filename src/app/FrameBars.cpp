@@ -6,6 +6,7 @@
 #include <QGuiApplication>
 #include <QMainWindow>
 #include <QScreen>
+#include <QStatusBar>
 #include <QToolBar>
 
 #include <algorithm>
@@ -15,6 +16,7 @@ namespace kestrune {
 namespace {
 
 constexpr char c_szSection[] = "BarState";
+constexpr char c_szStatusBar[] = "StatusBar"; ///< the toolkit's state leaves it out
 /// Grows when the format of the toolkit's state, or the meaning of a bar, changes.
 constexpr int c_nStateVersion = 1;
 constexpr int c_nFirstColumnWidth = 210;
@@ -111,6 +113,7 @@ bool CFrameBars::LoadState(const CProfile& profile)
 {
     for (CSizingControlBar* pBar : m_bars)
         pBar->LoadState(profile);
+    m_frame.statusBar()->setVisible(profile.GetInt(c_szSection, c_szStatusBar, 1) != 0);
 
     const int nBars = profile.GetInt(c_szSection, "Bars", 0);
     const std::vector<std::uint8_t> state = profile.GetBinary(c_szSection, "State");
@@ -133,6 +136,7 @@ void CFrameBars::SaveState(CProfile& profile) const
 {
     for (const CSizingControlBar* pBar : m_bars)
         pBar->SaveState(profile);
+    profile.WriteInt(c_szSection, c_szStatusBar, !m_frame.statusBar()->isHidden());
 
     std::vector<int> ids;
     for (const QToolBar* pBar : m_frame.findChildren<QToolBar*>(Qt::FindDirectChildrenOnly))

@@ -226,6 +226,24 @@ TEST_F(CToolBarTest, TheKeyboardGoesRoundThePanesAndComesBack)
     EXPECT_EQ(g_nCurrentTool, TOOL_STAMP) << "the next button down";
 }
 
+TEST_F(CToolBarTest, WhatIsPutAwayStaysAwayOverARestartUntilTheReset)
+{
+    constexpr int c_aBars[] = {ID_VIEW_TOOLBAR, ID_VIEW_OPTION_BAR, ID_VIEW_STATUS_BAR, ID_VIEW_TOOLBOX, ID_VIEW_HISTORY_BAR};
+    for (const int nId : c_aBars) {
+        EXPECT_TRUE(m_pApp->QueryCommand(nId).bChecked) << nId;
+        Choose(nId);
+    }
+    Restart();
+    for (const int nId : c_aBars)
+        EXPECT_FALSE(m_pApp->QueryCommand(nId).bChecked) << nId;
+    Choose(ID_RESET_BOXES);
+    for (const int nId : c_aBars)
+        EXPECT_TRUE(m_pApp->QueryCommand(nId).bChecked) << nId;
+    Restart();
+    for (const int nId : c_aBars)
+        EXPECT_TRUE(m_pApp->QueryCommand(nId).bChecked) << nId;
+}
+
 TEST_F(CToolBarTest, AFloatingBoxIsOneOfThePanesAndHoldsItsContentsWhole)
 {
     CPaintView& view = NewPicture().GetView();

@@ -3,8 +3,10 @@
 #include "doc/Bitmap.h"
 #include "doc/gui/ToolkitImage.h"
 #include "resources/Textures.h"
+#include "ui/Theme.h"
 
 #include <QPainter>
+#include <QStyledItemDelegate>
 
 #include <algorithm>
 
@@ -37,6 +39,26 @@ QIcon Thumbnail(const std::filesystem::path& path, qreal fScale)
     return QIcon(pixmap);
 }
 
+/// The chosen one has a frame: a tint, as the toolkit's own delegate lays over it, would hide the grain.
+class CTextureDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    void paint(QPainter* pPainter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        QRect rc(0, 0, c_nThumbnail, c_nThumbnail);
+        rc.moveCenter(option.rect.center());
+        qvariant_cast<QIcon>(index.data(Qt::DecorationRole)).paint(pPainter, rc);
+        const bool bSelected = option.state & QStyle::State_Selected;
+        if (bSelected || option.state & QStyle::State_HasFocus) {
+            const int nWidth = bSelected ? 2 : 1;
+            pPainter->setPen(QPen(ThemeAccent(), nWidth, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+            const qreal fOut = 1 + nWidth / 2.0;
+            pPainter->drawRect(QRectF(rc).adjusted(-fOut, -fOut, fOut, fOut));
+        }
+    }
+};
+
 QVariant PathData(const std::filesystem::path& path)
 {
     return QByteArray::fromStdString(path.string());
@@ -53,6 +75,7 @@ CTextureWnd::CTextureWnd(QWidget* pParent)
     setUniformItemSizes(true);
     setIconSize({c_nThumbnail, c_nThumbnail});
     setGridSize({c_nCell, c_nCell});
+    setItemDelegate(new CTextureDelegate(this));
     setSelectionMode(QAbstractItemView::SingleSelection);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     const auto choose = [this](const QListWidgetItem* pItem) {
