@@ -68,7 +68,7 @@ COptionBar::COptionBar(QWidget* pParent)
     m_pZoom->setInsertPolicy(QComboBox::NoInsert);
     m_pZoom->setMaxVisibleItems(20);
     m_pZoom->setFixedWidth(88);
-    m_pZoom->setFocusPolicy(Qt::ClickFocus);
+    m_pZoom->setFocusPolicy(Qt::StrongFocus); // not the wheel: one that scrolls past must not zoom
     for (const float fZoom : c_aZooms)
         m_pZoom->addItem(ZoomText(fZoom));
     m_pZoom->setAttribute(Qt::WA_InputMethodEnabled, false);
@@ -79,6 +79,7 @@ COptionBar::COptionBar(QWidget* pParent)
     pLabel->setBuddy(m_pZoom);
     pLayout->addWidget(m_pZoom);
     m_pFollow = new QCheckBox(Text(IDS_FRAME_FOLLOWS_ZOOM), pRow);
+    m_pFollow->setObjectName(QStringLiteral("FrameFollowsZoom"));
     m_pFollow->setFocusPolicy(Qt::TabFocus);
     m_pFollow->setToolTip(Text(IDS_FRAME_FOLLOWS_ZOOM_TIP));
     m_pFollow->setAccessibleName(Text(IDS_FRAME_FOLLOWS_ZOOM));
@@ -95,7 +96,20 @@ void COptionBar::ShowPage(QWidget* pPage)
     if (pPage && m_pPages->indexOf(pPage) < 0)
         m_pPages->addWidget(pPage);
     m_pPages->setCurrentWidget(pPage ? pPage : m_pPages->widget(0));
+    OrderTabs();
     FitLabel();
+}
+
+/// The zoom panel is older than the pages and would come before them: it follows the last control of the one that is shown.
+void COptionBar::OrderTabs()
+{
+    QWidget* pLast = nullptr;
+    for (QWidget* p : m_pPages->currentWidget()->findChildren<QWidget*>())
+        if (p->focusPolicy() & Qt::TabFocus)
+            pLast = p;
+    if (pLast)
+        setTabOrder(pLast, m_pZoom);
+    setTabOrder(m_pZoom, m_pFollow);
 }
 
 /// A long row of options takes the place of the zoom box's label, whose percent sign says as much, and in a narrow window that of

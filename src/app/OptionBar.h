@@ -42,6 +42,7 @@ protected:
 private:
     void OnZoomEntered();
     void FitLabel();
+    void OrderTabs();
 
     QStackedWidget* m_pPages;
     QLabel* m_pZoomLabel;

@@ -48,7 +48,7 @@ void FocusNextPane(std::span<QWidget* const> panes, bool bForward)
             continue;
         if (!pEntry->isActiveWindow())
             pEntry->activateWindow(); // to or from a box that floats
-        pEntry->setFocus(Qt::TabFocusReason);
+        pEntry->setFocus(Qt::ShortcutFocusReason); // the reason with which the toolkit shows where the keyboard is
         return;
     }
 }

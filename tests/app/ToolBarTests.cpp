@@ -208,6 +208,15 @@ TEST_F(CToolBarTest, TheKeyboardGoesRoundThePanesAndComesBack)
     for (int n = 0; n < 6; n++) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_F6);
         visited << where();
+        if (n == 0) {
+            EXPECT_EQ(QApplication::focusWidget(), Frame().OptionPages().Control(ToolOption::BrushOpacity)) << "the bar's first control";
+            EXPECT_TRUE(Frame().testAttribute(Qt::WA_KeyboardFocusChange)) << "without it no button shows that it has the keyboard";
+            QWidget* pLast = QApplication::focusWidget();
+            for (QWidget* p = pLast; Frame().OptionBar().isAncestorOf(p); p = p->nextInFocusChain())
+                if (p->isVisible() && p->focusPolicy() & Qt::TabFocus)
+                    pLast = p;
+            EXPECT_EQ(pLast, Frame().OptionBar().findChild<QWidget*>(QStringLiteral("FrameFollowsZoom"))) << "the zoom panel ends the row";
+        }
         if (n == 1) {
             EXPECT_EQ(QApplication::focusWidget(), Frame().ToolBox().Button(7)) << "the tool in force";
         }
