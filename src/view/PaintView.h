@@ -143,6 +143,7 @@ private:
     CPaintTool* EventTool() const;
     void ZoomAtPointer(bool bIn, CPoint pt);
     void UpdateCursor(CPoint pt);
+    void UpdateMoveMerging();
     void DragOutIfArmed(const QMouseEvent& event);
     void PressSpace();
     void ReleaseSpace();

@@ -68,11 +68,9 @@ void CPaintView::mousePressEvent(QMouseEvent* pEvent)
     m_dragButton = pEvent->button();
     m_ptDrag = pt;
     m_ptPress = pEvent->position();
-    if (CPaintTool* pTool = EventTool()) {
-        // A window system that would merge moves for a busy program takes corners off the path of a quick hand.
-        QCoreApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, !pTool->WantsEveryMove());
+    UpdateMoveMerging();
+    if (CPaintTool* pTool = EventTool())
         pTool->OnLButtonDown(*this, FlagsOf(*pEvent), pt);
-    }
     m_bDragArmed = bLeft && m_bMouseDown; // a message of the tool has taken the mouse already
 }
 
@@ -92,9 +90,9 @@ void CPaintView::mouseReleaseEvent(QMouseEvent* pEvent)
     CPaintTool* pTool = EventTool();
     if (pTool && (!bMiddle || m_bMouseDown))
         pTool->OnLButtonUp(*this, FlagsOf(*pEvent), pt);
-    QCoreApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, true);
     m_bMouseDown = false;
     m_bDragArmed = false;
+    UpdateMoveMerging();
     UpdateCursor(pt);
 }
 
@@ -105,13 +103,25 @@ void CPaintView::EndDrag()
     CPaintTool* pTool = EventTool();
     m_bMouseDown = false;
     m_bDragArmed = false;
-    QCoreApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, true);
+    UpdateMoveMerging();
     if (pTool && GetImage())
         pTool->OnLButtonUp(*this, 0, m_ptDrag);
 }
 
+/// The window system merges the moves that wait for a busy program, which takes corners off the path of a quick hand. Those
+/// that follow a press may be waiting before the press itself arrives here, so the merging ends as soon as the pointer comes
+/// over the picture with a tool that wants them all.
+void CPaintView::UpdateMoveMerging()
+{
+    const CPaintTool* pTool = EventTool();
+    const bool bEach = pTool && pTool->WantsEveryMove() && (m_bMouseDown || viewport()->underMouse());
+    QCoreApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, !bEach);
+}
+
 bool CPaintView::viewportEvent(QEvent* pEvent)
 {
+    if (pEvent->type() == QEvent::Enter || pEvent->type() == QEvent::Leave)
+        UpdateMoveMerging();
     if (pEvent->type() == QEvent::Leave && !m_bMouseDown)
         if (CPaintTool* pTool = EventTool())
             pTool->OnMouseLeave(*this);
@@ -180,8 +190,10 @@ void CPaintView::UpdateCursor(CPoint pt)
 
 void CPaintView::RefreshCursor()
 {
-    if (viewport()->underMouse())
-        UpdateCursor(PointFromViewport(viewport()->mapFromGlobal(QCursor::pos())));
+    if (!viewport()->underMouse())
+        return;
+    UpdateMoveMerging();
+    UpdateCursor(PointFromViewport(viewport()->mapFromGlobal(QCursor::pos())));
 }
 
 void CPaintView::SetToolCursor(int nCursor)

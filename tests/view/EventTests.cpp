@@ -65,12 +65,14 @@ public:
         m_aNotes.push_back("timer " + std::to_string(nTimer));
         view.KillTimer(nTimer);
     }
+    bool WantsEveryMove() const override { return m_bWantsEveryMove; }
     void OnActivate() override { m_aNotes.push_back("enter"); }
     void OnDeactivate() override { m_aNotes.push_back("leave"); }
 
     std::vector<std::string> Taken() { return std::exchange(m_aNotes, {}); }
 
     bool m_bTakesKeys = false;
+    bool m_bWantsEveryMove = false;
     int m_nCursorAsks = 0;
 
 private:
@@ -143,6 +145,33 @@ TEST_F(EventTest, MouseReachesTheToolInClientPixels)
     spy.Taken();
     QTest::mouseClick(Area(), Qt::LeftButton, {}, {60, 70});
     EXPECT_THAT(spy.Taken(), ElementsAre());
+}
+
+TEST_F(EventTest, MovesAreMergedOnlyWhereNoToolWantsThemAll)
+{
+    const auto merged = [] { return QCoreApplication::testAttribute(Qt::AA_CompressHighFrequencyEvents); };
+    const auto enter = [&] {
+        QEnterEvent event({5, 5}, {5, 5}, {5, 5});
+        QApplication::sendEvent(Area(), &event);
+    };
+    const auto leave = [&] {
+        QEvent event(QEvent::Leave);
+        QApplication::sendEvent(Area(), &event);
+    };
+    enter();
+    EXPECT_TRUE(merged());
+    spy.m_bWantsEveryMove = true;
+    leave();
+    enter();
+    EXPECT_FALSE(merged()) << "moves may wait before the press is told of";
+    QTest::mousePress(Area(), Qt::MiddleButton, {}, {60, 70});
+    EXPECT_TRUE(merged()) << "the hand goes where the pointer is, whatever the way";
+    QTest::mouseRelease(Area(), Qt::MiddleButton, {}, {60, 70});
+    QTest::mousePress(Area(), Qt::LeftButton, {}, {60, 70});
+    leave();
+    EXPECT_FALSE(merged()) << "a stroke goes on outside the window";
+    QTest::mouseRelease(Area(), Qt::LeftButton, {}, {-60, 70});
+    EXPECT_TRUE(merged());
 }
 
 TEST_F(EventTest, MousePaneShowsThePictureOrNought)
