@@ -1,6 +1,7 @@
 #include "paint/EraserCore.h"
 
 #include "doc/ColorState.h"
+#include "resources/PaintSources.h"
 
 namespace kestrune {
 
@@ -8,7 +9,7 @@ void EraserCore::Begin(unsigned nFlags, double x, double y)
 {
     PaintCore::Begin(nFlags, x, y);
     m_nMode = 0;
-    m_bHardEdge = IsTinyBrush();
+    m_bHardEdge = g_activeBrush.IsTiny();
     m_bEraseFloatAlpha = m_settings.bEraseFloat;
     LayFirst();
 }

@@ -16,6 +16,9 @@ struct ActiveBrush {
     double xAxis[2] = {0, 0};
     double yAxis[2] = {0, 0};
     double dSpacing = 0; ///< the entry's own spacing, in percent
+
+    /// So narrow that pencil and eraser lay it hardened, on whole pixels.
+    bool IsTiny() const { return nWidth < 4; }
 };
 extern ActiveBrush g_activeBrush;
 

@@ -100,7 +100,15 @@ void BrushOutline::Trace(float fZoom)
     m_pShape = std::move(pShape);
 }
 
-void BrushOutline::Place(const CToolView& view, CPoint pt, ToolOverlay& overlay)
+/// Client pixels from the corner of the dab's rectangle to where its mask falls. A dab on a whole pixel spreads half a pixel
+/// further, a hardened one is a whole pixel further; at the picture's left and upper edges both lie a pixel back.
+static int MaskShift(int nCorner, bool bHard, float fZoom)
+{
+    const int nHalves = (bHard ? 2 : 1) - (nCorner > 0 ? 0 : 2);
+    return static_cast<int>(static_cast<float>(nHalves) * fZoom / 2);
+}
+
+void BrushOutline::Place(const CToolView& view, CPoint pt, bool bHard, ToolOverlay& overlay)
 {
     const ActiveBrush& brush = g_activeBrush;
     if (brush.nWidth <= 0 || brush.nHeight <= 0 || brush.aMask.size() < static_cast<std::size_t>(brush.nWidth) * brush.nHeight)
@@ -109,8 +117,11 @@ void BrushOutline::Place(const CToolView& view, CPoint pt, ToolOverlay& overlay)
         Trace(view.GetZoom());
     // Where the dab's corner falls: on whole pixels of the picture, as the dab itself.
     const CPoint ptImage = view.ClientToImage(pt);
+    const CPoint corner{ptImage.x - (m_nWidth >> 1), ptImage.y - (m_nHeight >> 1)};
     overlay.pShape = m_pShape;
-    overlay.ptShape = view.ImageToClient({ptImage.x - (m_nWidth >> 1), ptImage.y - (m_nHeight >> 1)});
+    overlay.ptShape = view.ImageToClient(corner);
+    overlay.ptShape.x += MaskShift(corner.x, bHard, m_fZoom);
+    overlay.ptShape.y += MaskShift(corner.y, bHard, m_fZoom);
 }
 
 } // namespace kestrune

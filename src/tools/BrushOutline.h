@@ -11,8 +11,9 @@ namespace kestrune {
 /// zoom and only moved after that.
 class BrushOutline {
 public:
-    /// Puts the outline into the overlay, for the pointer at that client point; nothing without a brush.
-    void Place(const CToolView& view, CPoint pt, ToolOverlay& overlay);
+    /// Puts the outline into the overlay, for the pointer at that client point; nothing without a brush. `bHard`: the tool
+    /// lays the mask hardened.
+    void Place(const CToolView& view, CPoint pt, bool bHard, ToolOverlay& overlay);
 
 private:
     void Trace(float fZoom);

@@ -11,6 +11,7 @@ public:
 
 protected:
     std::unique_ptr<PaintCore> MakeCore(CPaintImage& image) const override;
+    bool LaysHardMask() const override;
 };
 
 } // namespace kestrune

@@ -106,7 +106,7 @@ void CStrokeTool::ShowOverlay(CToolView& view, CPoint pt)
     m_bPointer = IsInClient(view, pt);
     ToolOverlay overlay;
     if (m_bPointer && view.GetImage()) {
-        m_outline.Place(view, pt, overlay);
+        m_outline.Place(view, pt, LaysHardMask(), overlay);
         AddToOverlay(view, overlay);
     }
     view.SetOverlay(std::move(overlay));

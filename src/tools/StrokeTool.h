@@ -34,6 +34,8 @@ protected:
     virtual bool BeforeStroke(CToolView&, unsigned /*nFlags*/, CPoint /*ptImage*/) { return true; }
     virtual void AfterPress(CToolView&) {}
     virtual void BeforeRelease(CToolView&) {}
+    /// Whether the active brush is laid without soft edges, which moves the outline.
+    virtual bool LaysHardMask() const { return false; }
     /// What the tool draws beside the outline.
     virtual void AddToOverlay(CToolView&, ToolOverlay&) {}
     void ShowOverlay(CToolView& view, CPoint pt);

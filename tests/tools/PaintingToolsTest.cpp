@@ -314,6 +314,25 @@ TEST_F(PaintingToolsTest, FadeLetsTheStrokeDieOut)
     EXPECT_EQ(Painted(), nPainted);
 }
 
+TEST_F(PaintingToolsTest, TheOutlineOfATinyPencilLiesOnThePixelThatItPaints)
+{
+    g_activeBrush = {{255, 0, 0, 0}, 2, 2, {0.5, 0}, {0, 0.5}, 20}; // one pixel, as the brush box prepares it
+    m_view.m_fZoom = 8;
+    for (const CPoint pt : {CPoint{20, 30}, CPoint{1, 1}}) {
+        const CPoint client = m_view.ImageToClient(pt);
+        FindTool(TOOL_PENCIL)->OnSetCursor(m_view, {client.x + 5, client.y + 5});
+        Click(TOOL_PENCIL, {client.x + 5, client.y + 5});
+        ASSERT_EQ(Painted(), 1);
+        CPoint painted;
+        for (int i = 0; i < 100 * 80; i++)
+            if (At(i % 100, i / 100) != 0xFFFFFF)
+                painted = {i % 100, i / 100};
+        EXPECT_EQ(m_view.m_overlay.ptShape, m_view.ImageToClient(painted)) << pt.x;
+        EXPECT_EQ(m_view.m_overlay.pShape->rc, (CRect{0, 0, 9, 9}));
+        UndoCommand(m_image);
+    }
+}
+
 TEST_F(PaintingToolsTest, TheOutlineFollowsThePointerAndGoesWhenItLeaves)
 {
     m_view.m_fZoom = 2;
@@ -321,7 +340,7 @@ TEST_F(PaintingToolsTest, TheOutlineFollowsThePointerAndGoesWhenItLeaves)
     ASSERT_TRUE(m_view.m_overlay.pShape);
     EXPECT_EQ(m_view.m_overlay.pShape->aLines.size(), 4u) << "a square has four edges";
     EXPECT_EQ(m_view.m_overlay.pShape->rc, (CRect{0, 0, 15, 15}));
-    EXPECT_EQ(m_view.m_overlay.ptShape, (CPoint{34, 34})) << "three pixels left of pixel 20, as the dab";
+    EXPECT_EQ(m_view.m_overlay.ptShape, (CPoint{35, 35})) << "two and a half pixels left of pixel 20, as the dab";
     const auto* pShape = m_view.m_overlay.pShape.get();
     FindTool(TOOL_BRUSH)->OnSetCursor(m_view, {60, 40});
     EXPECT_EQ(m_view.m_overlay.pShape.get(), pShape) << "traced once";
