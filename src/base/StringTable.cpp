@@ -262,7 +262,7 @@ constexpr auto c_aRows = std::to_array<StringRow>({
     {IDS_BRUSH_SAVE, "브러시 파일로 저장..."},
     {IDS_BRUSH_OPEN_TITLE, "브러시 파일 열기"},
     {IDS_BRUSH_SAVE_TITLE, "브러시 파일 저장"},
-    {IDS_BRUSH_FILTER, "브러시 파일"},
+    {IDS_BRUSH_FILTER, "브러시 파일 (*.pbr)"},
     {IDS_BRUSH_SAVE_FAILED, "브러시 파일을 저장하지 못했습니다. 폴더의 쓰기 권한과 남은 공간을 확인하십시오."},
     {IDS_BRUSH_RADIUS_TIP, "브러시의 반지름 (0.1~100 픽셀)"},
     {IDS_BRUSH_HARDNESS_TIP, "가장자리가 또렷한 정도 (0~100 %)"},

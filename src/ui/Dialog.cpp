@@ -9,6 +9,15 @@ namespace kestrune {
 
 namespace {
 
+/// The last of a window's widgets, apart from those two, that the Tab key goes to; null without one.
+QWidget* LastInTabOrder(QWidget& window, const QWidget* pFirst, const QWidget* pSecond)
+{
+    for (QWidget* p = window.previousInFocusChain(); p != &window; p = p->previousInFocusChain())
+        if (p != pFirst && p != pSecond && !p->focusProxy() && p->focusPolicy() & Qt::TabFocus)
+            return p;
+    return nullptr;
+}
+
 /// Beside a dialog's own title: what the toolkit adds to it, and the window's buttons.
 constexpr int c_nBesideTitle = 190;
 
@@ -39,9 +48,23 @@ int CPaintDialog::DoModal()
         m_pTitleRoom->changeSize(fontMetrics().horizontalAdvance(windowTitle()) + c_nBesideTitle, 0);
         layout()->invalidate();
     }
+    SettleTabOrder();
     if (const Driver driver = TheDriver()) // a copy: the driver may be replaced while it runs
         return driver(*this);
     return exec();
+}
+
+void CPaintDialog::SettleTabOrder()
+{
+    // The buttons are made with the frame, before most contents, and the first in the order has the focus when the dialog opens.
+    if (!m_pOk)
+        return;
+    QWidget* pLast = LastInTabOrder(*this, m_pOk, m_pCancel);
+    if (!pLast)
+        return;
+    // Cancel first: the order is a ring, so that for the toolkit OK at its beginning does follow the last already.
+    setTabOrder(pLast, m_pCancel);
+    setTabOrder(pLast, m_pOk);
 }
 
 void CPaintDialog::accept()

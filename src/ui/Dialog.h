@@ -48,6 +48,8 @@ protected:
 
 private:
     void BuildFrame();
+    /// OK and Cancel behind everything else, as they are read.
+    void SettleTabOrder();
 
     QHash<QString, QObject*> m_mapKeys;
     QHBoxLayout* m_pBody = nullptr;

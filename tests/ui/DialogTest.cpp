@@ -99,6 +99,31 @@ QStringList ButtonTexts(const QMessageBox& box)
 
 } // namespace
 
+TEST(Dialog, TheButtonsAreLastForTheTabKey)
+{
+    class CLate final : public CPaintDialog {
+    public:
+        CLate()
+        {
+            Body()->addWidget(&m_first);
+            ButtonRow()->addWidget(&m_help);
+        }
+        QLineEdit m_first;
+        QPushButton m_help{"help"};
+        using CPaintDialog::CancelButton;
+        using CPaintDialog::OkButton;
+    } dialog;
+    QList<QWidget*> order;
+    CPaintDialog::SetDriver([&](CPaintDialog& driven) {
+        for (QWidget* p = driven.nextInFocusChain(); p != &driven; p = p->nextInFocusChain())
+            order << p;
+        return 0;
+    });
+    dialog.DoModal();
+    CPaintDialog::SetDriver({});
+    EXPECT_EQ(order, (QList<QWidget*>{&dialog.m_first, &dialog.m_help, dialog.OkButton(), dialog.CancelButton()}));
+}
+
 TEST(Dialog, ValuesGoInAsIfTyped)
 {
     CSample dialog;

@@ -21,6 +21,7 @@
 #include <QMouseEvent>
 #include <QToolButton>
 
+#include <algorithm>
 
 namespace kestrune {
 
@@ -173,13 +174,29 @@ void CDlgBrushBox::EnsureLoaded()
     ScanFolder();
 }
 
-void CDlgBrushBox::ScanFolder()
+void CDlgBrushBox::ListFiles()
 {
     m_paths = FindBrushFiles(m_pathInstall);
+    m_pFiles->clear();
     for (const std::filesystem::path& path : m_paths)
         m_pFiles->addItem(QFile::decodeName(path.filename().c_str()));
     for (int i = 0; i < m_pFiles->count(); i++)
         m_pFiles->setItemData(i, QSize(0, c_nFileRowHeight), Qt::SizeHintRole);
+}
+
+void CDlgBrushBox::ShowFile(const std::filesystem::path& path)
+{
+    const auto it = std::find_if(m_paths.begin(), m_paths.end(), [&](const std::filesystem::path& row) {
+        std::error_code error;
+        return std::filesystem::equivalent(row, path, error);
+    });
+    m_pFiles->setPlaceholderText(QFile::decodeName(path.filename().c_str()));
+    m_pFiles->setCurrentIndex(it == m_paths.end() ? -1 : static_cast<int>(it - m_paths.begin()));
+}
+
+void CDlgBrushBox::ScanFolder()
+{
+    ListFiles();
     CBrushFileDialog::SetFirstFolder(m_files, m_pathInstall / "Brushes");
     m_bBrushFilesFound = !m_paths.empty();
     if (!m_bBrushFilesFound)
@@ -222,16 +239,22 @@ void CDlgBrushBox::OnOpen()
 {
     EnsureLoaded();
     CBrushFileDialog dialog(m_files, CFileDialogFrame::OpenFiles, window());
-    if (dialog.DoModal() == QDialog::Accepted)
-        LoadFile(dialog.BrushFile(), 0);
+    if (dialog.DoModal() != QDialog::Accepted)
+        return;
+    LoadFile(dialog.BrushFile(), 0);
+    ShowFile(dialog.BrushFile());
 }
 
 void CDlgBrushBox::OnSave()
 {
     EnsureLoaded();
     CBrushFileDialog dialog(m_files, CFileDialogFrame::SaveFile, window());
-    if (dialog.DoModal() == QDialog::Accepted && !WriteBrushFile(dialog.BrushFile(), m_pList->Brushes()))
-        Messages().StatusText(std::string(StringText(IDS_BRUSH_SAVE_FAILED)));
+    if (dialog.DoModal() != QDialog::Accepted)
+        return;
+    if (!WriteBrushFile(dialog.BrushFile(), m_pList->Brushes()))
+        return Messages().StatusText(std::string(StringText(IDS_BRUSH_SAVE_FAILED)));
+    ListFiles(); // the folder may have one more now
+    ShowFile(dialog.BrushFile());
 }
 
 void CDlgBrushBox::OnListMode()

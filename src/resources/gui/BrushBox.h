@@ -85,6 +85,9 @@ private:
     QWidget* BuildButtons();
     QToolButton* AddButton(QWidget* pRow, const char* pszIcon, int nTextId, void (CDlgBrushBox::*act)());
     void ScanFolder();
+    void ListFiles();
+    /// Names the file that the list holds, which may lie in another folder than those of the rows.
+    void ShowFile(const std::filesystem::path& path);
     void LoadFile(const std::filesystem::path& path, int iSelect);
     void OnBrushClicked(int iBrush);
     void PrepareActive();

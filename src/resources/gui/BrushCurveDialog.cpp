@@ -45,8 +45,6 @@ CDlgBrushCurve::CDlgBrushCurve(SoftMask mask, const CResponseCurve& curve, QWidg
     });
     ShowPreview();
     Q_EMIT m_pPreview->ZoomChanged();
-    setTabOrder(m_pField, pReset);
-    setTabOrder(pReset, OkButton());
     m_pField->setFocus();
     layout()->setSizeConstraint(QLayout::SetFixedSize);
 }

@@ -130,6 +130,7 @@ TEST_F(BrushBox, AnotherFileReplacesTheList)
     EXPECT_EQ(Width(), 6);
     Drive({{{"Path", QString::fromStdString(Path("Brushes/a.pbr"))}}});
     Box().OnOpen();
+    EXPECT_EQ(files.currentText(), "a.pbr") << "the row names the file of the list";
     EXPECT_EQ(List().Count(), 6);
     EXPECT_EQ(Width(), 12) << "the first of a file that was opened";
     ASSERT_TRUE(WriteBrushFile(Path("empty.pbr"), {}));
@@ -138,12 +139,18 @@ TEST_F(BrushBox, AnotherFileReplacesTheList)
     EXPECT_EQ(List().Count(), 0);
     EXPECT_EQ(List().Selected(), -1);
     EXPECT_EQ(Width(), 12) << "nothing to choose: the brush that paints stays";
+    EXPECT_EQ(files.currentIndex(), -1);
+    EXPECT_EQ(files.placeholderText(), "empty.pbr") << "a file of another folder has no row";
     QTest::keyClick(&List(), Qt::Key_Return);
     QTest::keyClick(&List(), Qt::Key_Down);
     Box().OnDelete();
     Drive({{{"Path", QString::fromStdString(Path("saved"))}}});
     Box().OnSave();
     EXPECT_EQ(QFile(QString::fromStdString(Path("saved.pbr"))).size(), 4) << "an empty list has its count alone";
+    Drive({{{"Path", QString::fromStdString(Path("Brushes/aa"))}}});
+    Box().OnSave();
+    EXPECT_EQ(files.count(), 3);
+    EXPECT_EQ(files.currentText(), "aa.pbr") << "saved among the others it is one of them";
     Drive({{{"Radius", "3"}}});
     Box().OnNew();
     EXPECT_EQ(Width(), 8);
