@@ -76,7 +76,7 @@ Brushes Natural()
         brushes.push_back(Spaced(Charcoal(nSide + 6), 15));
         brushes.push_back(Spaced(Bristles(nSide), 4));
         brushes.push_back(Spaced(DryBrush(nSide + 10), 4));
-        brushes.push_back(Spaced(Pastel(nSide + 4), 6));
+        brushes.push_back(Spaced(Pastel(nSide + 4), 15));
     }
     for (const int nSide : {45, 71, 111}) {
         brushes.push_back(Spaced(Sponge(nSide), 35));
@@ -97,7 +97,7 @@ Brushes Scattered()
         brushes.push_back(Spaced(Sprig(nSide + 14), 110));
         brushes.push_back(Spaced(Petal(nSide - 8, 35), 140));
         brushes.push_back(Spaced(Blossom(nSide), 130));
-        brushes.push_back(Spaced(Grass(nSide), 40));
+        brushes.push_back(Spaced(Grass(nSide), 45));
         brushes.push_back(Spaced(Snow(nSide), 140));
     }
     return brushes;

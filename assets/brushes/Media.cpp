@@ -73,7 +73,7 @@ BrushEntry Pastel(int nSide)
         const double dSquare = std::pow(std::pow(std::fabs(x), 5.0) + std::pow(std::fabs(y), 5.0), 0.2);
         return Ramp(0.98, 0.84, dSquare + 0.16 * (Clouds(x * 3 + 5, y * 3 + 5, nSeed, 3) - 0.3));
     });
-    canvas.Scale([=](int x, int y) { return Ramp(0.18, 0.55, 0.5 * Clouds(x / 4.0, y / 4.0, nSeed + 4, 3) + 0.5 * Noise(x / 1.2, y / 1.2, nSeed + 8)); });
+    canvas.Scale([=](int x, int y) { return Ramp(0.4, 0.72, 0.5 * Clouds(x / 4.0, y / 4.0, nSeed + 4, 3) + 0.5 * Noise(x / 1.2, y / 1.2, nSeed + 8)); });
     return canvas.Entry();
 }
 

@@ -150,13 +150,15 @@ BrushEntry Grass(int nSide)
 {
     CCanvas canvas(nSide);
     CDice dice(static_cast<std::uint32_t>(20000 + nSide));
-    for (int i = 0; i < 9 + nSide / 8; i++) {
-        const double x0 = dice.Roll(-0.35, 0.35), dLean = x0 * 0.9 + dice.Roll(-0.45, 0.45), dHeight = dice.Roll(1.0, 1.85), dWidth = dice.Roll(0.03, 0.06), dTone = dice.Roll(0.45, 1);
+    for (int i = 0; i < 11 + nSide / 6; i++) {
+        const double x0 = dice.Roll(-0.5, 0.5), dLean = x0 * 0.5 + dice.Roll(-0.45, 0.45), dHeight = dice.Roll(1.0, 1.85), dWidth = dice.Roll(0.03, 0.06), dTone = dice.Roll(0.45, 1);
+        // Roots at uneven depths and drawn thin: tufts side by side have no common edge below.
+        const double dRoot = 0.96 - 0.12 * std::fabs(x0) - dice.Roll(0, 0.32);
         canvas.Add([=](double x, double y) {
-            const double t = (0.96 - y) / dHeight;
+            const double t = (dRoot - y) / dHeight;
             if (t < 0 || t > 1)
                 return 0.0;
-            return std::fabs(x - x0 - dLean * t * t) < dWidth * (1 - t) ? dTone : 0.0;
+            return std::fabs(x - x0 - dLean * t * t) < dWidth * (1 - t) * std::min(1.0, 0.15 + 5 * t) ? dTone : 0.0;
         });
     }
     return canvas.Entry();
