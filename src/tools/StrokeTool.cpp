@@ -84,7 +84,7 @@ bool CStrokeTool::OnSetCursor(CToolView& view, CPoint pt)
 
 void CStrokeTool::OnMouseLeave(CToolView& view)
 {
-    m_bPointer = false;
+    m_pPointerView = nullptr;
     view.SetOverlay({});
 }
 
@@ -96,16 +96,16 @@ void CStrokeTool::OnDeactivate()
 
 void CStrokeTool::OnDrawOverlay(CToolView& view)
 {
-    if (m_bPointer)
+    if (m_pPointerView == &view)
         ShowOverlay(view, m_ptPointer);
 }
 
 void CStrokeTool::ShowOverlay(CToolView& view, CPoint pt)
 {
     m_ptPointer = pt;
-    m_bPointer = IsInClient(view, pt);
+    m_pPointerView = IsInClient(view, pt) ? &view : nullptr;
     ToolOverlay overlay;
-    if (m_bPointer && view.GetImage()) {
+    if (m_pPointerView && view.GetImage()) {
         m_outline.Place(view, pt, LaysHardMask(), overlay);
         AddToOverlay(view, overlay);
     }

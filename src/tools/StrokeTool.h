@@ -49,7 +49,7 @@ private:
 
     BrushOutline m_outline;
     CPoint m_ptPointer; ///< where the outline was last shown, in client pixels
-    bool m_bPointer = false;
+    const CToolView* m_pPointerView = nullptr; ///< of which view; only compared, it may be gone. Null: of none
 };
 
 } // namespace kestrune

@@ -260,6 +260,8 @@ void CPaintView::keyPressEvent(QKeyEvent* pEvent)
         return;
     }
     QAbstractScrollArea::keyPressEvent(pEvent); // arrows and page keys turn the scroll bars
+    if (IsDragging())
+        pEvent->accept(); // the window would take the keyboard to another box by it
 }
 
 void CPaintView::keyReleaseEvent(QKeyEvent* pEvent)

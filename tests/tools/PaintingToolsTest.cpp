@@ -347,6 +347,11 @@ TEST_F(PaintingToolsTest, TheOutlineFollowsThePointerAndGoesWhenItLeaves)
     SquareBrush(3);
     FindTool(TOOL_BRUSH)->OnSetCursor(m_view, {60, 40});
     EXPECT_EQ(m_view.m_overlay.pShape->rc.right, 7) << "another brush has another outline";
+    CCanvasView other(&m_image);
+    FindTool(TOOL_BRUSH)->OnDrawOverlay(other);
+    EXPECT_TRUE(other.m_overlay.IsEmpty()) << "the pointer is not there";
+    FindTool(TOOL_BRUSH)->OnDrawOverlay(m_view);
+    EXPECT_EQ(m_view.m_overlay.pShape->rc.right, 7);
     FindTool(TOOL_BRUSH)->OnMouseLeave(m_view);
     EXPECT_TRUE(m_view.m_overlay.IsEmpty());
 }

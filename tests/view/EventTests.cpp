@@ -280,7 +280,10 @@ TEST_F(EventTest, ADragEndsWhenItsReleaseCannotCome)
 
 TEST_F(EventTest, TheKeyboardStaysWhileAButtonIsHeld)
 {
-    QWidget window;
+    struct : QWidget {
+        void keyPressEvent(QKeyEvent*) override { nKeys++; }
+        int nKeys = 0;
+    } window;
     CPaintView held(picture.doc, host, &window);
     QLineEdit other(&window);
     held.resize(200, 160);
@@ -297,8 +300,12 @@ TEST_F(EventTest, TheKeyboardStaysWhileAButtonIsHeld)
     QTest::mousePress(held.viewport(), Qt::LeftButton, {}, {60, 70});
     EXPECT_TRUE(held.IsDragging());
     EXPECT_TRUE(tab());
+    QTest::keyClick(&held, Qt::Key_F6);
+    EXPECT_EQ(window.nKeys, 0) << "the window goes to other boxes by it";
     QTest::mouseRelease(held.viewport(), Qt::LeftButton, {}, {60, 70});
     EXPECT_FALSE(tab());
+    QTest::keyClick(&held, Qt::Key_F6);
+    EXPECT_EQ(window.nKeys, 1);
 }
 
 TEST_F(EventTest, KeysScrollUnlessTheToolTakesThem)
