@@ -29,12 +29,12 @@ constexpr auto c_any = Qt::AllDockWidgetAreas;
 const auto c_leftRight = Qt::LeftDockWidgetArea | Qt::RightDockWidgetArea;
 
 const BarRow c_aBars[] = {
-    {BAR_COLOR, ID_VIEW_COLOR_BAR, "색상 상자", {198, 144}, c_leftRight, Qt::RightDockWidgetArea, true, 140},
-    {BAR_BRUSH_LIB, ID_VIEW_BRUSH_LIB_BAR, "브러시 상자", {198, 144}, Qt::RightDockWidgetArea, Qt::RightDockWidgetArea, true, 426},
-    {BAR_HISTORY, ID_VIEW_HISTORY_BAR, "명령 사용 내역", {198, 138}, Qt::RightDockWidgetArea, Qt::RightDockWidgetArea, true, 286},
-    {BAR_ASSISTANT, ID_VIEW_ASSISTANT_BAR, "도우미 상자", {198, 144}, Qt::RightDockWidgetArea, Qt::RightDockWidgetArea, false, 572},
-    {BAR_BRUSH, ID_VIEW_BRUSH_BAR, "브러시 옵션 상자", {198, 144}, c_leftRight, Qt::RightDockWidgetArea, false, 572},
-    {BAR_BROWSER, ID_VIEW_BROWSER_BAR, "이미지 탐색 상자", {720, 150}, c_any, Qt::BottomDockWidgetArea, false, -1},
+    {BAR_COLOR, ID_VIEW_COLOR_BAR, "색상 상자", "색상", {198, 144}, c_leftRight, Qt::RightDockWidgetArea, true, 140},
+    {BAR_BRUSH_LIB, ID_VIEW_BRUSH_LIB_BAR, "브러시 상자", "브러시", {198, 144}, Qt::RightDockWidgetArea, Qt::RightDockWidgetArea, true, 426},
+    {BAR_HISTORY, ID_VIEW_HISTORY_BAR, "명령 사용 내역", "내역", {198, 138}, Qt::RightDockWidgetArea, Qt::RightDockWidgetArea, true, 286},
+    {BAR_ASSISTANT, ID_VIEW_ASSISTANT_BAR, "도우미 상자", "도우미", {198, 144}, Qt::RightDockWidgetArea, Qt::RightDockWidgetArea, false, 572},
+    {BAR_BRUSH, ID_VIEW_BRUSH_BAR, "브러시 옵션 상자", "브러시 옵션", {198, 144}, c_leftRight, Qt::RightDockWidgetArea, false, 572},
+    {BAR_BROWSER, ID_VIEW_BROWSER_BAR, "이미지 탐색 상자", "탐색", {720, 150}, c_any, Qt::BottomDockWidgetArea, false, -1},
 };
 
 QPoint FirstFloatPosition(const BarRow& row)
@@ -68,6 +68,7 @@ CFrameBars::CFrameBars(QMainWindow& frame)
         auto* pBar = new CSizingControlBarG(row.nId, QString::fromUtf8(row.pszTitle), row.created, &m_frame);
         pBar->setAllowedAreas(row.areas);
         pBar->SetFirstFloatPosition(FirstFloatPosition(row));
+        pBar->setWindowTitle(QString::fromUtf8(row.pszTab)); // the box's own top has the whole title already
         m_bars.push_back(pBar);
     }
     PlaceAtFirst();

@@ -24,6 +24,7 @@ struct BarRow {
     BarId nId;
     int nToggleCommand;
     const char* pszTitle;
+    const char* pszTab; ///< where it shares a place with others: three of them stand side by side in the first column's width
     QSize created;
     Qt::DockWidgetAreas areas;
     Qt::DockWidgetArea area;  ///< where it stands at first

@@ -18,6 +18,7 @@
 #include <QLayout>
 #include <QMenuBar>
 #include <QMouseEvent>
+#include <QTabBar>
 #include <QTest>
 #include <QToolButton>
 
@@ -251,6 +252,24 @@ TEST_F(CToolBarTest, WhatIsPutAwayStaysAwayOverARestartUntilTheReset)
     Restart();
     for (const int nId : c_aBars)
         EXPECT_TRUE(m_pApp->QueryCommand(nId).bChecked) << nId;
+}
+
+TEST_F(CToolBarTest, BoxesThatShareAPlaceHaveTheirTabsWhole)
+{
+    Frame().resize(1280, 800);
+    Frame().show();
+    Choose(ID_VIEW_ASSISTANT_BAR);
+    Choose(ID_VIEW_BRUSH_BAR);
+    QCoreApplication::processEvents();
+    const QTabBar* pTabs = nullptr;
+    for (const QTabBar* p : Frame().findChildren<QTabBar*>(Qt::FindDirectChildrenOnly))
+        if (p->isVisible())
+            pTabs = p;
+    ASSERT_TRUE(pTabs);
+    ASSERT_EQ(pTabs->count(), 3);
+    for (int i = 0; i < 3; i++)
+        EXPECT_GE(pTabs->tabRect(i).width(), pTabs->fontMetrics().horizontalAdvance(pTabs->tabText(i)) + 12) << pTabs->tabText(i).toStdString();
+    EXPECT_EQ(Frame().FrameBars().Bar(BAR_HISTORY)->accessibleName(), QStringLiteral("명령 사용 내역"));
 }
 
 TEST_F(CToolBarTest, AFloatingBoxIsOneOfThePanesAndHoldsItsContentsWhole)
