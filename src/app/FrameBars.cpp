@@ -125,12 +125,31 @@ bool CFrameBars::LoadState(const CProfile& profile)
         if (!nId || !KnowsBar(*nId))
             return false;
     }
+    for (CSizingControlBar* pBar : m_bars)
+        pBar->setAttribute(Qt::WA_DontShowOnScreen, !m_frame.isVisible()); // until `ShowFloating`
     const QByteArray bytes(reinterpret_cast<const char*>(state.data()), qsizetype(state.size()));
     if (!m_frame.restoreState(bytes, c_nStateVersion)) {
         PlaceAtFirst();
         return false;
     }
     return true;
+}
+
+void CFrameBars::ShowFloating()
+{
+    for (CSizingControlBar* pBar : m_bars) {
+        if (!pBar->testAttribute(Qt::WA_DontShowOnScreen))
+            continue;
+        const bool bFloats = pBar->isFloating() && pBar->isVisible();
+        if (bFloats)
+            pBar->hide();
+        pBar->setAttribute(Qt::WA_DontShowOnScreen, false);
+        if (bFloats) {
+            pBar->setAttribute(Qt::WA_ShowWithoutActivating);
+            pBar->show();
+            pBar->setAttribute(Qt::WA_ShowWithoutActivating, false);
+        }
+    }
 }
 
 void CFrameBars::SaveState(CProfile& profile) const

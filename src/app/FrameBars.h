@@ -47,6 +47,8 @@ public:
     /// names exists; boxes that would stand off every screen come back to their places. False when the state was not used.
     bool LoadState(const CProfile& profile);
     void SaveState(CProfile& profile) const;
+    /// Once the frame is on the screen: boxes that float come after it. A window manager would put one that came first behind it.
+    void ShowFloating();
 
     /// Every box at its first place and size.
     void Reset();

@@ -592,6 +592,7 @@ bool CMainFrame::event(QEvent* pEvent)
 
 void CMainFrame::OnFirstPaint()
 {
+    m_pBars->ShowFloating();
     m_pBars->Verify();
     Q_EMIT FirstPainted();
 }

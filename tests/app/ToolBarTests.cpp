@@ -254,6 +254,29 @@ TEST_F(CToolBarTest, WhatIsPutAwayStaysAwayOverARestartUntilTheReset)
         EXPECT_TRUE(m_pApp->QueryCommand(nId).bChecked) << nId;
 }
 
+TEST_F(CToolBarTest, AFloatingBoxComesBackInFrontOfTheWindow)
+{
+    Frame().FrameBars().Bar(BAR_BRUSH_LIB)->setFloating(true);
+    QCoreApplication::processEvents();
+    struct CShows : QObject {
+        QStringList order;
+        bool eventFilter(QObject* pObject, QEvent* pEvent) override
+        {
+            if (pEvent->type() == QEvent::Show && pObject->isWindowType() && static_cast<QWindow*>(pObject)->isVisible())
+                order << pObject->objectName().remove(QStringLiteral("Window"));
+            return false;
+        }
+    } shows;
+    Exit();
+    qApp->installEventFilter(&shows);
+    Start();
+    QTest::qWait(100); // the window is painted
+    qApp->removeEventFilter(&shows);
+    const auto* pBox = Frame().FrameBars().Bar(BAR_BRUSH_LIB);
+    EXPECT_TRUE(pBox->isFloating() && pBox->isVisible());
+    EXPECT_EQ(shows.order.join(u' ').toStdString(), "MainFrame Bar5003");
+}
+
 TEST_F(CToolBarTest, BoxesThatShareAPlaceHaveTheirTabsWhole)
 {
     Frame().resize(1280, 800);
