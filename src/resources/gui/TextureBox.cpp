@@ -9,6 +9,7 @@
 #include "ui/Icons.h"
 #include "ui/Theme.h"
 
+#include <QEvent>
 #include <QLabel>
 #include <QPainter>
 #include <QPushButton>
@@ -196,6 +197,13 @@ void CTexturePatch::ShowActive()
     setIcon(QIcon(pixmap));
     setIconSize(size);
     setAccessibleDescription(m_box.Name());
+}
+
+void CTexturePatch::changeEvent(QEvent* pEvent)
+{
+    QToolButton::changeEvent(pEvent);
+    if (pEvent->type() == QEvent::PaletteChange)
+        ShowActive(); // the theme changed
 }
 
 } // namespace kestrune

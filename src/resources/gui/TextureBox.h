@@ -65,6 +65,9 @@ class CTexturePatch : public QToolButton {
 public:
     explicit CTexturePatch(CTextureBox& box, QWidget* pParent = nullptr);
 
+protected:
+    void changeEvent(QEvent* pEvent) override;
+
 private:
     void ShowActive();
 

@@ -344,9 +344,8 @@ bool COptionPage::IsFor(OptionFor tools, const ToolRow& tool, int nCommand)
 
 void COptionPage::ShowTool(const ToolRow& tool, int nCommand)
 {
-    m_pIcon->setVisible(tool.nBarIcon != 0);
-    if (tool.nBarIcon)
-        m_pIcon->setPixmap(LoadIcon(ToolIconName(nCommand)).pixmap(QSize(c_nIcon, c_nIcon), devicePixelRatioF()));
+    m_nIconCommand = tool.nBarIcon ? nCommand : 0;
+    ShowIcon();
     const EffectRow* pEffect = FindEffectRow(nCommand);
     m_pTitle->setVisible(pEffect != nullptr);
     if (pEffect)
@@ -357,6 +356,20 @@ void COptionPage::ShowTool(const ToolRow& tool, int nCommand)
         if (entry.pRow->tools == OptionFor::Strength && bShown && entry.pLabel)
             entry.pLabel->setText(Utf8(pEffect->strLabel));
     }
+}
+
+void COptionPage::ShowIcon()
+{
+    m_pIcon->setVisible(m_nIconCommand != 0);
+    if (m_nIconCommand)
+        m_pIcon->setPixmap(LoadIcon(ToolIconName(m_nIconCommand)).pixmap(QSize(c_nIcon, c_nIcon), devicePixelRatioF()));
+}
+
+void COptionPage::changeEvent(QEvent* pEvent)
+{
+    QWidget::changeEvent(pEvent);
+    if (pEvent->type() == QEvent::PaletteChange)
+        ShowIcon(); // the theme has another ink
 }
 
 bool COptionPage::eventFilter(QObject* pObject, QEvent* pEvent)

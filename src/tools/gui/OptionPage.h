@@ -43,6 +43,7 @@ Q_SIGNALS:
 
 protected:
     bool eventFilter(QObject* pObject, QEvent* pEvent) override;
+    void changeEvent(QEvent* pEvent) override;
 
 private:
     struct Entry {
@@ -60,6 +61,7 @@ private:
     void AddButtons(Entry& entry);
     void AddPatch(Entry& entry);
     void ShowPatternPercent();
+    void ShowIcon();
     /// What depends on a check box follows it.
     void EnableEntries(ToolOption check);
     CNumEdit* MakeEdit(int nUnit, int nMin, int nMax, int nDefault);
@@ -71,6 +73,7 @@ private:
     OptionBoxes m_boxes;
     QHBoxLayout* m_pLayout;
     QLabel* m_pIcon;
+    int m_nIconCommand = 0; ///< whose drawing it shows; 0: none
     QLabel* m_pTitle; ///< of an effect
     CNumEdit* m_pPatternPercent = nullptr;
     std::vector<Entry> m_aEntries;

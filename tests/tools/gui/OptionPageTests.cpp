@@ -8,7 +8,9 @@
 #include "tools/gui/ToolOptionPages.h"
 #include "ui/ControlValue.h"
 #include "ui/NumEdit.h"
+#include "ui/Theme.h"
 
+#include <QApplication>
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
@@ -234,6 +236,33 @@ TEST_F(OptionPageTest, ChosenTextureFillsWhatTheToolsRead)
     EXPECT_TRUE(PutIntoControl(m_pages.PatternPercent(), "101"));
     m_pages.PatternBox().Clear();
     EXPECT_EQ(g_paintPattern.nPercent, 35);
+}
+
+TEST_F(OptionPageTest, DrawingsFollowTheTheme)
+{
+    const QPalette before = qApp->palette();
+    ApplyTheme(*qApp, ThemeKind::Light);
+    QWidget* pPage = m_pages.PageOf(*FindToolRow(TOOL_DODGE), 1015);
+    m_window.show();
+    pPage->show();
+    const auto patch = [&] { return pPage->findChild<CTexturePatch*>("Texture")->icon().pixmap(34, 18).toImage(); };
+    const auto tool = [&] {
+        for (const QLabel* pLabel : pPage->findChildren<QLabel*>())
+            if (const QPixmap pixmap = pLabel->pixmap(); !pixmap.isNull())
+                return pixmap.toImage();
+        return QImage();
+    };
+    const QImage lightPatch = patch(), lightTool = tool();
+    ASSERT_FALSE(lightTool.isNull());
+    ApplyTheme(*qApp, ThemeKind::Dark);
+    QCoreApplication::processEvents();
+    EXPECT_NE(patch(), lightPatch);
+    EXPECT_NE(tool(), lightTool);
+    ApplyTheme(*qApp, ThemeKind::Light);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(patch(), lightPatch);
+    EXPECT_EQ(tool(), lightTool);
+    qApp->setPalette(before);
 }
 
 TEST_F(OptionPageTest, AnEmptyFolderIsToldForBrushTexturesAlone)
