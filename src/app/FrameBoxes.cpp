@@ -72,6 +72,7 @@ void CFrameBoxes::AddBrushBox()
         if (const std::optional<ToolOption> option = SpacingOfTool())
             SetToolOption(*option, nPercent);
     });
+    QObject::connect(m_pBrushes, &CDlgBrushBox::Done, &m_frame, &CMainFrame::FocusPicture);
 }
 
 void CFrameBoxes::AddToolBoxPatches()

@@ -144,10 +144,7 @@ void CMainFrame::CreateToolBars()
     m_pReBar->AddBand(m_pMainToolBar, ID_VIEW_TOOLBAR, PlainText(FindCommand(ID_VIEW_TOOLBAR)->text));
     m_pOptionBar = new COptionBar(this);
     m_pOptionPages = new CToolOptionPages(m_app.InstallFolder(), m_pOptionBar);
-    connect(m_pOptionPages, &CToolOptionPages::Done, this, [this] {
-        if (CPaintView* pView = m_app.ActiveView())
-            pView->setFocus();
-    });
+    connect(m_pOptionPages, &CToolOptionPages::Done, this, &CMainFrame::FocusPicture);
     const ToolRow& tool = *FindToolRow(g_nCurrentTool);
     m_pOptionBar->ShowPage(m_pOptionPages->PageOf(tool, tool.nCommand));
     m_pReBar->AddBand(m_pOptionBar, ID_VIEW_OPTION_BAR, PlainText(FindCommand(ID_VIEW_OPTION_BAR)->text));
@@ -549,6 +546,15 @@ void CMainFrame::closeEvent(QCloseEvent* pEvent)
     pEvent->accept();
 }
 
+void CMainFrame::FocusPicture()
+{
+    CPaintView* pView = m_app.ActiveView();
+    if (!pView)
+        return;
+    pView->activateWindow(); // the keyboard may be with a floating box
+    pView->setFocus();
+}
+
 void CMainFrame::keyPressEvent(QKeyEvent* pEvent)
 {
     CPaintView* pView = m_app.ActiveView();
@@ -560,8 +566,7 @@ void CMainFrame::keyPressEvent(QKeyEvent* pEvent)
         panes.insert(panes.end(), m_pBars->Bars().begin(), m_pBars->Bars().end());
         FocusNextPane(panes, !(pEvent->modifiers() & Qt::ShiftModifier));
     } else if (pEvent->key() == Qt::Key_Escape && pView && !pView->hasFocus()) {
-        pView->activateWindow(); // the key may come from a floating box
-        pView->setFocus();
+        FocusPicture();
     } else {
         QMainWindow::keyPressEvent(pEvent);
     }

@@ -46,6 +46,8 @@ public:
     CFrameBars& FrameBars() const { return *m_pBars; }
     CFrameBoxes& Boxes() const { return *m_pBoxes; }
     CCommandUi& CommandUi() const { return *m_pCommandUi; }
+    /// Gives the keyboard to the active picture, from wherever it is.
+    void FocusPicture();
 
     /// Child frames in the order in which they were opened.
     const std::vector<CChildFrame*>& ChildFrames() const { return m_children; }

@@ -274,6 +274,7 @@ constexpr auto c_aRows = std::to_array<StringRow>({
     {IDS_BRUSH_CURVE_RESET_TIP, "곡선을 처음의 곧은 선으로 되돌립니다."},
     {IDS_BRUSH_ZOOM_IN, "확대"},
     {IDS_BRUSH_ZOOM_OUT, "축소"},
+    {IDS_BRUSH_LIST_MODE_TIP, "목록만 보기. 그동안은 눌러도 고르기만 하고, 칠하는 브러시는 바뀌지 않습니다."},
     {IDS_BRUSH_ZOOM_TIP, "누르면 100 %로 보고, 끌면 브러시를 옮깁니다."},
     {IDS_BOUNDARY_MEMORY, "make_seg(): Unable to reallocate segments array for mask boundary."},
     {IDS_FEATHER_TITLE, "선택된 경계 후림 조정"},

@@ -215,6 +215,7 @@ inline constexpr int IDS_BRUSH_CURVE_RESET_TIP = 60730;
 inline constexpr int IDS_BRUSH_ZOOM_IN = 60731;
 inline constexpr int IDS_BRUSH_ZOOM_OUT = 60732;
 inline constexpr int IDS_BRUSH_ZOOM_TIP = 60733;
+inline constexpr int IDS_BRUSH_LIST_MODE_TIP = 61100;
 // Selection: the mask, its commands and tools
 inline constexpr int IDS_BOUNDARY_MEMORY = 60830;
 inline constexpr int IDS_FEATHER_TITLE = 60831;

@@ -3,14 +3,17 @@
 #include "FrameTestKit.h"
 
 #include "app/FrameBars.h"
+#include "app/FrameBoxes.h"
 #include "app/OptionBar.h"
 #include "app/ToolBarPopup.h"
 #include "app/ToolBox.h"
 #include "app/ToolBoxButton.h"
+#include "resources/gui/BrushBox.h"
 #include "tools/ToolOptions.h"
 #include "tools/ToolRegistry.h"
 #include "tools/ToolTable.h"
 #include "tools/gui/ToolOptionPages.h"
+#include "ui/NumEdit.h"
 
 #include <QButtonGroup>
 #include <QDockWidget>
@@ -327,6 +330,14 @@ TEST_F(CToolBarTest, AFloatingBoxIsOneOfThePanesAndHoldsItsContentsWhole)
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
     QCoreApplication::processEvents();
     EXPECT_TRUE(view.hasFocus());
+
+    enterBox();
+    QWidget& edge = Frame().Boxes().Brushes().SoftEdge();
+    edge.setFocus();
+    QTest::keyClicks(&edge, "3");
+    QTest::keyClick(&edge, Qt::Key_Return);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(view.hasFocus()) << "a number that is done gives the keyboard back, as on the option bar";
 }
 
 TEST_F(CToolBarTest, NoTwoThingsOfTheWindowHaveOneMnemonic)

@@ -53,6 +53,7 @@ CDlgBrushBox::CDlgBrushBox(std::filesystem::path pathInstall, QWidget* pParent)
     connect(m_pSoftEdge, &CNumEdit::ValueEdited, this, &CDlgBrushBox::OnSoftEdgeChanged);
     connect(m_pSoftEdge, &QLineEdit::textEdited, this, &CDlgBrushBox::OnSoftEdgeChanged); // also past the box's range
     connect(m_pSoftEdge, &QLineEdit::editingFinished, this, [this] { m_pSoftEdge->SetValue(static_cast<float>(m_nSoftEdge)); });
+    connect(m_pSoftEdge, &QLineEdit::returnPressed, this, &CDlgBrushBox::Done);
     connect(m_pStrip, &QAbstractButton::clicked, this, &CDlgBrushBox::EditCurve);
     connect(m_pList, &CCellGrid::CellClicked, this, &CDlgBrushBox::OnBrushClicked);
     connect(m_pList, &CBrushWnd::BrushEdited, this, &CDlgBrushBox::ApplyBrush);
@@ -97,6 +98,7 @@ QWidget* CDlgBrushBox::BuildFileRow()
     pLayout->addWidget(m_pFiles, 1);
     m_pListMode = AddButton(pRow, "widgets/menu", IDS_BRUSH_LIST_MODE, &CDlgBrushBox::OnListMode);
     m_pListMode->setCheckable(true);
+    m_pListMode->setToolTip(TextOf(IDS_BRUSH_LIST_MODE_TIP));
     return pRow;
 }
 

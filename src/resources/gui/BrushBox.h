@@ -75,6 +75,8 @@ Q_SIGNALS:
     void BrushChanged();
     /// The user wants the brush's own spacing in the option bar.
     void SpacingRequested(int nPercent);
+    /// The user is done with a number: the keyboard goes back to the picture.
+    void Done();
 
 protected:
     bool eventFilter(QObject* pObject, QEvent* pEvent) override;
