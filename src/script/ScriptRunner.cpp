@@ -24,10 +24,10 @@ const StatementRow* FindStatement(const QString& strName)
 QString CountText(const StatementRow& row)
 {
     if (row.nMaxWords == row.nMinWords)
-        return QString::number(row.nMinWords);
+        return row.nMinWords == 1 ? QStringLiteral("1 word") : QStringLiteral("%1 words").arg(row.nMinWords);
     if (row.nMaxWords < 0)
-        return QStringLiteral("%1 or more").arg(row.nMinWords);
-    return QStringLiteral("%1 to %2").arg(row.nMinWords).arg(row.nMaxWords);
+        return QStringLiteral("%1 or more words").arg(row.nMinWords);
+    return QStringLiteral("%1 to %2 words").arg(row.nMinWords).arg(row.nMaxWords);
 }
 
 /// What the program itself has queued: layouts, deletions, the state of bars. Timers and the window system wait for `wait`.
@@ -75,7 +75,7 @@ StatementResult CScriptRunner::RunLine(const QString& strLine)
         return QStringLiteral("not yet available: %1").arg(words->first());
     const int nWords = static_cast<int>(words->size()) - 1;
     if (nWords < pRow->nMinWords || (pRow->nMaxWords >= 0 && nWords > pRow->nMaxWords))
-        return QStringLiteral("%1 takes %2 words after it, not %3").arg(words->first(), CountText(*pRow)).arg(nWords);
+        return QStringLiteral("%1 takes %2 after it, not %3").arg(words->first(), CountText(*pRow)).arg(nWords);
     try {
         return pRow->run(m_context, words->mid(1));
     } catch (const std::bad_alloc&) {
