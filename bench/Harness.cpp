@@ -40,6 +40,8 @@ bool RunBar(const Bar& bar, int nRuns)
         if (bar.prepare)
             bar.prepare();
         const double fWork = Seconds(bar.work);
+        if (bar.between)
+            bar.between();
         const double fBase = Seconds(bar.base);
         if (i > 0) { // the first pair warms caches and memory
             work.push_back(fWork);

@@ -14,6 +14,7 @@ struct Bar {
     std::function<void()> work;
     std::function<void()> base;
     std::function<void()> prepare = {}; ///< before each run of `work`, not timed
+    std::function<void()> between = {}; ///< the same before each run of `base`
 };
 
 /// Adds a bar to the program; `--filter TEXT` and `--runs N` choose what runs. Figures go to standard output as a table.

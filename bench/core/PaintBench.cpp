@@ -243,7 +243,8 @@ void RegisterPress()
         HistoryBytes(small->image);
     };
     Register({"paint: press and first dab, 100 megapixels, against copying them", 0.05, [=] { large->Press(); }, copy, atRest});
-    Register({"paint: press and first dab, 100 megapixels, against 1 megapixel", 2.5, [=] { large->Press(); }, [=] { small->Press(); }, atRest});
+    // One tool serves both pictures, so the stroke on the one ends before that on the other begins.
+    Register({"paint: press and first dab, 100 megapixels, against 1 megapixel", 1.3, [=] { large->Press(); }, [=] { small->Press(); }, atRest, atRest});
     Register({"paint: release, 100 megapixels, against copying them", 0.05, [=] { large->Release(); }, copy, [=] {
                   atRest();
                   large->Line();

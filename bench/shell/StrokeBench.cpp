@@ -166,7 +166,8 @@ const Group g_firstDab("first dab", [] {
         pLarge->Release();
         pSmall->Release();
     };
-    Register({"press to the first dab in the window, 100 MP / the same at 1.6 MP", 1.3, [=] { pLarge->Press(); }, [=] { pSmall->Press(); }, rest});
+    // One tool serves both windows, so the stroke in the one ends before that in the other begins.
+    Register({"press to the first dab in the window, 100 MP / the same at 1.6 MP", 1.3, [=] { pLarge->Press(); }, [=] { pSmall->Press(); }, rest, rest});
 });
 
 } // namespace

@@ -85,7 +85,7 @@ std::size_t LBitmapBase::GetRowCol(LBuffer& buffer, int y, int x) const
         return 0;
     const std::size_t nStart = static_cast<std::size_t>(x) * BytesPerPixel(m_nBitsPerPixel);
     const std::size_t nBytes = std::min(buffer.GetSize(), GetRowBytes() - nStart);
-    std::memcpy(buffer.Lock(), Row(y) + nStart, nBytes);
+    std::memcpy(buffer.Lock(), m_store.RowPart(y, nStart, nStart + nBytes) + nStart, nBytes);
     return nBytes;
 }
 

@@ -58,7 +58,7 @@ COLORREF LBitmapBase::GetPixelColor(int x, int y) const
 {
     if (x < 0 || x >= m_nWidth || y < 0 || y >= m_nHeight)
         return 0;
-    const std::uint8_t* pRow = Row(y);
+    const std::uint8_t* pRow = RowPart(y, x, x + 1);
     if (m_nBitsPerPixel == 24)
         return Rgb(pRow[x * 3 + 2], pRow[x * 3 + 1], pRow[x * 3]);
     return pRow[x] < m_palette.size() ? ColorOf(m_palette[pRow[x]]) : 0;

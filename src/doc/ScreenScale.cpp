@@ -28,11 +28,18 @@ int SourceOf(int nDest, double fZoom, int nSize)
     return std::min(static_cast<int>(nDest / fZoom), nSize - 1);
 }
 
+/// So many rows are worth telling another core to. A dab's few pixels are drawn sooner than another core wakes up.
+int RowsAtOnce(int nWidth, int nAtLeast)
+{
+    constexpr int c_nPixelsAtOnce = 32768;
+    return std::max(nAtLeast, c_nPixelsAtOnce / std::max(nWidth, 1));
+}
+
 void DrawPlain(const LBitmapBase& bitmap, const CRect& rc, const Target& target, const ScreenKernels& kernels)
 {
-    ParallelRows(rc.Height(), 32, [&](int y0, int y1) {
+    ParallelRows(rc.Height(), RowsAtOnce(rc.Width(), 32), [&](int y0, int y1) {
         for (int y = y0; y < y1; y++)
-            kernels.convert(bitmap.Row(rc.top + y) + rc.left * 3, target.Row(y), rc.Width());
+            kernels.convert(bitmap.RowPart(rc.top + y, rc.left, rc.right) + rc.left * 3, target.Row(y), rc.Width());
     });
 }
 
@@ -47,7 +54,8 @@ void DrawEnlarged(const LBitmapBase& bitmap, double fZoom, const CRect& rc, cons
             run.nStart = x;
         run.nEnd = x + 1;
     }
-    ParallelRows(rc.Height(), 32, [&](int y0, int y1) {
+    const int nCount = static_cast<int>(runs.size());
+    ParallelRows(rc.Height(), RowsAtOnce(rc.Width(), 32), [&](int y0, int y1) {
         std::vector<std::uint32_t> pixels(runs.size());
         int nDrawn = -1;
         for (int y = y0; y < y1; y++) {
@@ -56,7 +64,7 @@ void DrawEnlarged(const LBitmapBase& bitmap, double fZoom, const CRect& rc, cons
                 std::memcpy(target.Row(y), target.Row(y - 1), static_cast<std::size_t>(rc.Width()) * 4);
                 continue;
             }
-            kernels.convert(bitmap.Row(nSource) + nFirst * 3, pixels.data(), static_cast<int>(runs.size()));
+            kernels.convert(bitmap.RowPart(nSource, nFirst, nFirst + nCount) + nFirst * 3, pixels.data(), nCount);
             kernels.spread(pixels.data(), runs, target.Row(y));
             nDrawn = nSource;
         }
@@ -98,15 +106,16 @@ void DrawReduced(const LBitmapBase& bitmap, double fZoom, const CRect& rc, const
     const Taps across(rc.left, rc.right, fZoom, bitmap.GetWidth());
     const Taps down(rc.top, rc.bottom, fZoom, bitmap.GetHeight());
     const int nOrigin = across.taps.front().nFirst;
-    const std::size_t nBytes = static_cast<std::size_t>(across.taps.back().nFirst + across.taps.back().nCount - nOrigin) * 3;
-    ParallelRows(rc.Height(), 16, [&](int y0, int y1) {
+    const int nEnd = across.taps.back().nFirst + across.taps.back().nCount;
+    const std::size_t nBytes = static_cast<std::size_t>(nEnd - nOrigin) * 3;
+    ParallelRows(rc.Height(), RowsAtOnce(nEnd - nOrigin, 16), [&](int y0, int y1) {
         std::vector<std::uint16_t> mixed(nBytes + 4);
         std::vector<const std::uint8_t*> rows;
         for (int y = y0; y < y1; y++) {
             const ScreenTap& tap = down.taps[y];
             rows.resize(tap.nCount);
             for (int k = 0; k < tap.nCount; k++)
-                rows[k] = bitmap.Row(tap.nFirst + k) + nOrigin * 3;
+                rows[k] = bitmap.RowPart(tap.nFirst + k, nOrigin, nEnd) + nOrigin * 3;
             kernels.mixRows(rows, tap.pWeights, mixed.data(), nBytes);
             kernels.mixAcross(mixed.data(), across.taps, nOrigin, target.Row(y));
         }

@@ -27,11 +27,11 @@ void ConvolveCore::Dab()
     std::uint8_t* pInk = MakeInk();
     for (int j = 0; j < nHeight; j++, pInk += nWidth * 3) {
         const int y = m_tile.y + j;
-        std::memcpy(pInk, CanvasRow(y, m_tile.x), static_cast<std::size_t>(nWidth) * 3);
+        std::memcpy(pInk, CanvasRow(y, m_tile.x, nWidth), static_cast<std::size_t>(nWidth) * 3);
         if (nWidth < c_nSmallest || nHeight < c_nSmallest || j < c_nBorder || j >= nHeight - c_nBorder)
             continue;
-        const int x = m_tile.x + c_nBorder;
-        ConvolveRow({CanvasRow(y - 1, x), CanvasRow(y, x), CanvasRow(y + 1, x)}, pInk + c_nBorder * 3, m_nCenter,
+        const auto around = [&](int dy) { return CanvasRow(y + dy, m_tile.x, nWidth) + c_nBorder * 3; };
+        ConvolveRow({around(-1), around(0), around(1)}, pInk + c_nBorder * 3, m_nCenter,
                     static_cast<std::size_t>(nWidth - 2 * c_nBorder) * 3);
     }
     Paint();

@@ -58,10 +58,10 @@ void DodgeCore::LookUp(int y, int nFirst, int nLast)
         if (pDone[i])
             continue;
         pDone[i] = 1;
-        const int nFrom = i * c_nBlock * 3, nTo = std::min((i + 1) * c_nBlock, m_nImageWidth) * 3;
-        const std::uint8_t* pCanvas = CanvasRow(y, 0);
-        std::uint8_t* pInk = m_ink.Row(y);
-        for (int k = nFrom; k < nTo; k++)
+        const int nFrom = i * c_nBlock, nCount = std::min(c_nBlock, m_nImageWidth - nFrom);
+        const std::uint8_t* pCanvas = CanvasRow(y, nFrom, nCount);
+        std::uint8_t* pInk = m_ink.Row(y) + nFrom * 3;
+        for (int k = 0; k < nCount * 3; k++)
             pInk[k] = m_aTable[pCanvas[k]];
     }
 }

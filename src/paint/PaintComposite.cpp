@@ -147,11 +147,12 @@ void PaintCore::PasteRuns(DabMask& mask, CPoint ptMask)
     const std::uint8_t* pMask = (m_bIncremental ? MappedMask(mask) : mask.aBytes).data() + ptMask.x;
     CBandStore& picture = m_pImage->m_Bitmap.WriteBands();
     const int nEnd = m_tile.y + m_tile.nHeight;
+    const int nReach = std::min(m_tile.nWidth + DabMask::c_nTail, m_nImageWidth - m_tile.x); // spans may end behind the tile
     for (int y = m_tile.y; y < nEnd; y += run.nRows) {
         const int j = y - m_tile.y;
         run.nRows = std::min(nEnd, (y / m_canvas.BandRows() + 1) * m_canvas.BandRows()) - y;
-        run.pCanvas = (m_bIncremental ? m_canvas.WriteRow(y) : m_canvas.Row(y)) + m_tile.x * 3;
-        run.pOut = picture.WriteRow(y) + m_tile.x * 3;
+        run.pCanvas = m_bIncremental ? WritePixels(m_canvas, y, m_tile.x, nReach) : ReadPixels(m_canvas, y, m_tile.x, nReach);
+        run.pOut = WritePixels(picture, y, m_tile.x, nReach);
         if (!m_bIncremental)
             run.pCoverage = OpenCoverage(y, run.nRows);
         run.pFull = m_aFull.data() + y;
@@ -192,7 +193,7 @@ void PaintCore::PasteRows(const DabMask& mask, CPoint ptMask)
         if (m_nMode == BLEND_DISSOLVE) {
             DissolveAlphaRow(j, pass.pAlpha, nWidth);
         } else if (!IsPlainColor(m_nMode)) {
-            BlendPackedRow(m_nMode, CanvasRow(pass.y, m_tile.x), pInk, pass.pColor, nWidth);
+            BlendPackedRow(m_nMode, CanvasRow(pass.y, m_tile.x, m_tile.nWidth), pInk, pass.pColor, nWidth);
             pass.pBlended = pass.pColor;
         }
         if (m_floatCanvas)
@@ -251,13 +252,13 @@ void PaintCore::MultiplyTexture(std::uint8_t* pAlpha, int x, int y, int nCount) 
 void PaintCore::CompositeRow(RowPass& pass)
 {
     FinishAlpha(pass);
-    std::uint8_t* pOut = m_pImage->m_Bitmap.WriteRow(pass.y) + m_tile.x * 3;
+    std::uint8_t* pOut = WritePixels(m_pImage->m_Bitmap.WriteBands(), pass.y, m_tile.x, m_tile.nWidth);
     if (m_bIncremental) {
-        std::uint8_t* pCanvas = m_canvas.WriteRow(pass.y) + m_tile.x * 3;
+        std::uint8_t* pCanvas = WritePixels(m_canvas, pass.y, m_tile.x, m_tile.nWidth);
         LerpRow(pCanvas, pass.pBlended, pass.pAlpha, pCanvas, m_tile.nWidth);
         std::memcpy(pOut, pCanvas, static_cast<std::size_t>(m_tile.nWidth) * 3);
     } else {
-        LerpRow(CanvasRow(pass.y, m_tile.x), pass.pBlended, pass.pAlpha, pOut, m_tile.nWidth);
+        LerpRow(CanvasRow(pass.y, m_tile.x, m_tile.nWidth), pass.pBlended, pass.pAlpha, pOut, m_tile.nWidth);
     }
 }
 
@@ -271,7 +272,7 @@ void PaintCore::CompositeFloatRow(RowPass& pass)
     const int nSkip = rc.left - m_tile.x, nCount = rc.Width();
     const int fx = rc.left - image.m_nFloatX, fy = pass.y - image.m_nFloatY;
     std::uint8_t* pFloatMask = image.m_pFloatMask.get() + static_cast<std::size_t>(fy) * image.m_FloatBitmap.GetWidth() + fx;
-    const std::uint8_t* pFloat = m_floatCanvas->Row(fy) + fx * 3;
+    const std::uint8_t* pFloat = ReadPixels(*m_floatCanvas, fy, fx, nCount);
     if (m_bEraseFloatAlpha) {
         EraseRow(pass, pFloatMask);
     } else {
@@ -279,14 +280,14 @@ void PaintCore::CompositeFloatRow(RowPass& pass)
         const std::uint8_t* pAlpha = pass.pAlpha + nSkip;
         const std::uint8_t* pBlended = pass.pBlended + nSkip * 3;
         if (m_bIncremental) {
-            std::uint8_t* pWrite = m_floatCanvas->WriteRow(fy) + fx * 3;
+            std::uint8_t* pWrite = WritePixels(*m_floatCanvas, fy, fx, nCount);
             LerpRow(pWrite, pBlended, pAlpha, pWrite, nCount);
-            std::memcpy(m_canvas.WriteRow(pass.y) + rc.left * 3, pWrite, static_cast<std::size_t>(nCount) * 3);
+            std::memcpy(WritePixels(m_canvas, pass.y, rc.left, nCount), pWrite, static_cast<std::size_t>(nCount) * 3);
             pFloat = pWrite;
         } else {
             if (m_bTexture) // a second time on floats: kept so
                 MultiplyTexture(pass.pAlpha + nSkip, rc.left, pass.y, nCount);
-            std::uint8_t* pWrite = image.m_FloatBitmap.WriteRow(fy) + fx * 3;
+            std::uint8_t* pWrite = WritePixels(image.m_FloatBitmap.WriteBands(), fy, fx, nCount);
             LerpRow(pFloat, pBlended, pAlpha, pWrite, nCount);
             pFloat = pWrite;
         }
@@ -295,7 +296,8 @@ void PaintCore::CompositeFloatRow(RowPass& pass)
         const int a = Mul255(pFloatMask[i], pass.nFloatOpacity);
         pass.pSecond[i] = static_cast<std::uint8_t>(m_bHardAlpha ? HardenAlpha(a) : a);
     }
-    LerpRow(image.m_BaseBitmap.Row(pass.y) + rc.left * 3, pFloat, pass.pSecond, image.m_Bitmap.WriteRow(pass.y) + rc.left * 3, nCount);
+    LerpRow(ReadPixels(image.m_BaseBitmap.Bands(), pass.y, rc.left, nCount), pFloat, pass.pSecond,
+            WritePixels(image.m_Bitmap.WriteBands(), pass.y, rc.left, nCount), nCount);
 }
 
 /// Takes the brush out of the float's mask. The mask is read by the tile's width, so that a clipped dab shears it: kept so.

@@ -71,6 +71,18 @@ void PaintCore::SetBrush(std::span<const std::uint8_t> mask, int nWidth, int nHe
     m_pBrushMask = cache.Mask();
 }
 
+const std::uint8_t* PaintCore::ReadPixels(const CBandStore& store, int y, int x, int nCount)
+{
+    const std::size_t nFrom = static_cast<std::size_t>(x) * 3;
+    return store.RowPart(y, nFrom, nFrom + static_cast<std::size_t>(nCount) * 3) + nFrom;
+}
+
+std::uint8_t* PaintCore::WritePixels(CBandStore& store, int y, int x, int nCount)
+{
+    const std::size_t nFrom = static_cast<std::size_t>(x) * 3;
+    return store.WriteRowPart(y, nFrom, nFrom + static_cast<std::size_t>(nCount) * 3) + nFrom;
+}
+
 /// The float's pixels go where its rectangle stands now, without regard to its mask. What to skip follows from the place where
 /// it was captured, not from the rectangle: kept so.
 void PaintCore::PrepareCanvas(int y0, int y1)
@@ -87,7 +99,7 @@ void PaintCore::PrepareCanvas(int y0, int y1)
         m_aFloatLaid[iBand] = true;
         const int nEnd = std::min(m_canvas.FirstRow(iBand + 1), rc.top + nRows);
         for (int y = std::max(m_canvas.FirstRow(iBand), rc.top); y < nEnd && nColumns > 0; y++)
-            std::memcpy(m_canvas.WriteRow(y) + rc.left * 3, m_floatCanvas->Row(y - rc.top + nSkipY) + nSkipX * 3,
+            std::memcpy(WritePixels(m_canvas, y, rc.left, nColumns), ReadPixels(*m_floatCanvas, y - rc.top + nSkipY, nSkipX, nColumns),
                         static_cast<std::size_t>(nColumns) * 3);
     }
 }

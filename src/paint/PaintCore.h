@@ -69,8 +69,8 @@ protected:
     void Paint();
     /// The brush of the stroke; `Begin` takes the active one, a class with a mask of its own calls it after that.
     void SetBrush(std::span<const std::uint8_t> mask, int nWidth, int nHeight);
-    /// A row of the canvas from the column on. The rows must lie in the picture; `PrepareCanvas` came before.
-    const std::uint8_t* CanvasRow(int y, int x) const { return m_canvas.Row(y) + static_cast<std::size_t>(x) * 3; }
+    /// Some pixels of a row of the canvas from the column on. They must lie in the picture; `PrepareCanvas` came before.
+    const std::uint8_t* CanvasRow(int y, int x, int nCount) const { return ReadPixels(m_canvas, y, x, nCount); }
     /// Lays the float over those rows of the canvas where that was not yet done. `GetTile` does it for the tile's.
     void PrepareCanvas(int y0, int y1);
     /// The tile's own rows for colours, to be filled by the dab.
@@ -113,6 +113,8 @@ protected:
 private:
     struct RowPass;
 
+    static const std::uint8_t* ReadPixels(const CBandStore& store, int y, int x, int nCount);
+    static std::uint8_t* WritePixels(CBandStore& store, int y, int x, int nCount);
     void Walk();
     DabMask& GetDabMask();
     void PasteDab(DabMask& mask);

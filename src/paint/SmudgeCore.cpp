@@ -37,12 +37,12 @@ void SmudgeCore::Begin(unsigned nFlags, double x, double y)
         // Cut by the border: where the smear has nothing below it, it begins with the colour of the press point.
         const int px = std::clamp(static_cast<int>(x), 0, m_nImageWidth - 1), py = std::clamp(static_cast<int>(y), 0, m_nImageHeight - 1);
         PrepareCanvas(py, py + 1);
-        const std::uint8_t* pPixel = CanvasRow(py, px);
+        const std::uint8_t* pPixel = CanvasRow(py, px, 1);
         for (std::size_t i = 0; i < m_aSmear.size(); i++)
             m_aSmear[i] = pPixel[i % 3];
     }
     for (int j = 0; bTile && j < m_tile.nHeight; j++)
-        std::memcpy(SmearAt(m_tile.x, m_tile.y + j), CanvasRow(m_tile.y + j, m_tile.x), static_cast<std::size_t>(m_tile.nWidth) * 3);
+        std::memcpy(SmearAt(m_tile.x, m_tile.y + j), CanvasRow(m_tile.y + j, m_tile.x, m_tile.nWidth), static_cast<std::size_t>(m_tile.nWidth) * 3);
     LayFirst();
 }
 
@@ -53,7 +53,7 @@ void SmudgeCore::Dab()
     m_tile.aInk.resize(m_tile.nHeight);
     for (int j = 0; j < m_tile.nHeight; j++) {
         std::uint8_t* pSmear = SmearAt(m_tile.x, m_tile.y + j);
-        SmearRow(CanvasRow(m_tile.y + j, m_tile.x), pSmear, m_nKeep, static_cast<std::size_t>(m_tile.nWidth) * 3);
+        SmearRow(CanvasRow(m_tile.y + j, m_tile.x, m_tile.nWidth), pSmear, m_nKeep, static_cast<std::size_t>(m_tile.nWidth) * 3);
         m_tile.aInk[j] = pSmear;
     }
     Paint();

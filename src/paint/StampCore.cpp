@@ -56,7 +56,7 @@ void StampCore::Dab()
     if (rcInside == rcSource && !m_pImage->m_pFloatMask) {
         m_tile.aInk.resize(m_tile.nHeight);
         for (int j = 0; j < m_tile.nHeight; j++)
-            m_tile.aInk[j] = CanvasRow(rcSource.top + j, rcSource.left);
+            m_tile.aInk[j] = CanvasRow(rcSource.top + j, rcSource.left, m_tile.nWidth);
     } else {
         CRect rcRegion = rcInside;
         rcRegion.Offset(-m_ptOffset.x, -m_ptOffset.y);
@@ -76,7 +76,7 @@ void StampCore::CopySource(const CRect& rcRegion)
     const std::uint8_t* pMask = m_pImage->m_pFloatMask ? m_pImage->m_pMask.get() : nullptr;
     for (int y = rcRegion.top; y < rcRegion.bottom; y++) {
         const std::size_t nCell = nWidth * (y - m_tile.y) + (rcRegion.left - m_tile.x);
-        std::memcpy(pInk + nCell * 3, CanvasRow(y + m_ptOffset.y, rcRegion.left + m_ptOffset.x), static_cast<std::size_t>(rcRegion.Width()) * 3);
+        std::memcpy(pInk + nCell * 3, CanvasRow(y + m_ptOffset.y, rcRegion.left + m_ptOffset.x, rcRegion.Width()), static_cast<std::size_t>(rcRegion.Width()) * 3);
         if (pMask)
             std::memcpy(pAlpha + nCell, pMask + static_cast<std::size_t>(y) * m_nImageWidth + rcRegion.left, rcRegion.Width());
         else

@@ -54,7 +54,7 @@ struct CPixelSnapshot::Job {
 void HistoryByteCount::AddBands(const CBandStore& bands)
 {
     for (int i = 0; i < bands.BandCount(); i++)
-        if (bands.HasBand(i) && seen.insert(bands.Row(bands.FirstRow(i))).second)
+        if (bands.HasBand(i) && seen.insert(bands.BandId(i)).second)
             nBytes += (bands.FirstRow(i + 1) - bands.FirstRow(i)) * bands.RowBytes();
 }
 

@@ -15,7 +15,7 @@ enum UndoDirection { DIRECTION_UNDO = 0, DIRECTION_REDO = 1 };
 
 /// Adds up what records hold beyond the picture itself; memory that several share counts once.
 struct HistoryByteCount {
-    std::set<const std::uint8_t*> seen;
+    std::set<const void*> seen;
     std::size_t nBytes = 0;
     void AddBands(const CBandStore& bands);
 };

@@ -9,6 +9,7 @@
 #include <QAbstractScrollArea>
 #include <QBrush>
 #include <QHash>
+#include <QImage>
 #include <QRegion>
 #include <QSet>
 
@@ -134,6 +135,7 @@ private:
     void DrawRect(QPainter& painter, const CRect& rcDirty);
     void DrawOverlay(QPainter& painter);
     void DrawShape(QPainter& painter);
+    void DrawShapeLines(QPainter& painter, CPoint pt) const;
     void FollowOutline();
     void DrawOutline(QPainter& painter, const CRect& rcDirty);
     QRegion OutlineRegion() const;
@@ -164,6 +166,8 @@ private:
     int m_nPrevTool = 0;      ///< the tool to return to then
     bool m_bCapture = false;
     ToolOverlay m_overlay;
+    std::shared_ptr<const OverlayShape> m_pDrawnShape; ///< what the image shows
+    QImage m_shapeImage;
     std::unique_ptr<CSelectionOutline> m_pOutline;
     CPoint m_ptOutlineOffset;     ///< how far a drag has moved it
     bool m_bOutlineTimer = false; ///< it marches

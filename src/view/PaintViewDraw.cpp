@@ -15,6 +15,8 @@ namespace {
 
 constexpr int c_nShade = 110;     ///< how dark the overlay's shades are, of 255
 constexpr int c_nRim = 120;       ///< of the rim around a shape's line, 0..255
+constexpr int c_nRimWidth = 1;    ///< on each side
+constexpr int c_nMostShapePixels = 1 << 20; ///< of a shape that is kept as an image
 constexpr int c_nHandleReach = 1; ///< the pen around what the overlay lists
 constexpr int c_nMostRects = 24;  ///< a region of more pieces is drawn as a whole
 
@@ -108,18 +110,16 @@ void CPaintView::DrawOverlay(QPainter& painter)
 }
 
 /// A shape is of many short lines, on which dashes would not be seen: a white line with a dark rim.
-void CPaintView::DrawShape(QPainter& painter)
+void CPaintView::DrawShapeLines(QPainter& painter, CPoint pt) const
 {
-    if (!m_overlay.pShape)
-        return;
     std::vector<QLine> aLines;
     aLines.reserve(m_overlay.pShape->aLines.size());
     for (const ToolOverlay::Line& line : m_overlay.pShape->aLines)
         aLines.emplace_back(line.a.x, line.a.y, line.b.x, line.b.y);
     const auto draw = [&](int dx, int dy) {
-        painter.translate(m_overlay.ptShape.x + dx, m_overlay.ptShape.y + dy);
+        painter.translate(pt.x + dx, pt.y + dy);
         painter.drawLines(aLines.data(), static_cast<int>(aLines.size()));
-        painter.translate(-m_overlay.ptShape.x - dx, -m_overlay.ptShape.y - dy);
+        painter.translate(-pt.x - dx, -pt.y - dy);
     };
     painter.setPen(QPen(QColor(0, 0, 0, c_nRim), 1));
     draw(-1, 0);
@@ -128,6 +128,27 @@ void CPaintView::DrawShape(QPainter& painter)
     draw(0, 1);
     painter.setPen(QPen(Qt::white, 1));
     draw(0, 0);
+}
+
+/// A shape comes with every movement of the mouse and stays the same, so one of a usual size is drawn once and kept as an image:
+/// its hundreds of lines take longer than the dab beneath them.
+void CPaintView::DrawShape(QPainter& painter)
+{
+    if (!m_overlay.pShape)
+        return;
+    const CRect& rc = m_overlay.pShape->rc;
+    if (static_cast<std::int64_t>(rc.Width()) * rc.Height() > c_nMostShapePixels) {
+        DrawShapeLines(painter, m_overlay.ptShape);
+        return;
+    }
+    if (m_pDrawnShape != m_overlay.pShape) {
+        m_pDrawnShape = m_overlay.pShape;
+        m_shapeImage = QImage(rc.right + 2 * c_nRimWidth, rc.bottom + 2 * c_nRimWidth, QImage::Format_ARGB32_Premultiplied);
+        m_shapeImage.fill(Qt::transparent);
+        QPainter shape(&m_shapeImage);
+        DrawShapeLines(shape, {c_nRimWidth, c_nRimWidth});
+    }
+    painter.drawImage(QPoint(m_overlay.ptShape.x - c_nRimWidth, m_overlay.ptShape.y - c_nRimWidth), m_shapeImage);
 }
 
 /// The viewport's rectangle, in the toolkit's units, that holds all of a rectangle of client pixels.
