@@ -9,6 +9,7 @@
 #include "app/PaintApp.h"
 #include "app/PaneFocus.h"
 #include "app/Preferences.h"
+#include "app/SpaceKey.h"
 #include "app/ToolBox.h"
 #include "base/Messages.h"
 #include "base/StringTable.h"
@@ -102,6 +103,7 @@ CMainFrame::CMainFrame(CPaintApp& app)
     for (QMenu* pMenu : m_startMenus)
         menuBar()->addMenu(pMenu);
     m_pAccelerators = new CAccelerators(this, [this](int nId) { return m_app.ExecuteCommand(nId); });
+    new CSpaceKey(this, [this]() -> QAbstractScrollArea* { return m_app.ActiveView(); });
 
     connect(m_pWorkspace, &QMdiArea::subWindowActivated, this, [this](QMdiSubWindow* pWindow) {
         // No window is also told when the program loses the focus: then the active picture stays.

@@ -9,6 +9,7 @@
 #include "app/ToolBox.h"
 #include "app/ToolBoxButton.h"
 #include "resources/gui/BrushBox.h"
+#include "resources/gui/BrushWnd.h"
 #include "tools/ToolOptions.h"
 #include "tools/ToolRegistry.h"
 #include "tools/ToolTable.h"
@@ -94,6 +95,38 @@ TEST_F(CToolBarTest, SpaceChangesTheToolButNoBar)
     QTest::keyRelease(&view, Qt::Key_Space);
     EXPECT_EQ(g_nCurrentTool, TOOL_PENCIL);
     EXPECT_EQ(g_nCurrentToolCommand, 1025); // stays until the next tool command
+}
+
+TEST_F(CToolBarTest, SpaceOverThePictureIsTheHandsAfterAClickInABox)
+{
+    CPaintView& view = NewPicture(400, 300).GetView();
+    Choose(1006);
+    Frame().activateWindow();
+    QCoreApplication::processEvents();
+    QWidget* pGrid = Frame().FrameBars().Bar(BAR_BRUSH_LIB)->findChild<CBrushWnd*>()->viewport();
+    CNumEdit* pOpacity = qobject_cast<CNumEdit*>(Frame().OptionPages().Control(ToolOption::BrushOpacity));
+    const auto pressSpace = [&] {
+        QTest::keyPress(QApplication::focusWidget(), Qt::Key_Space);
+        const int nTool = g_nCurrentTool;
+        QTest::keyRelease(QApplication::focusWidget(), Qt::Key_Space);
+        EXPECT_EQ(g_nCurrentTool, TOOL_BRUSH);
+        return nTool;
+    };
+    for (QWidget* pClicked : {pGrid, static_cast<QWidget*>(pOpacity)}) {
+        QTest::mouseClick(pClicked, Qt::LeftButton, {}, {9, 9});
+        ASSERT_FALSE(view.hasFocus());
+        QCursor::setPos(pClicked->mapToGlobal(QPoint(9, 9)));
+        EXPECT_EQ(pressSpace(), TOOL_BRUSH) << "the pointer is still in the box";
+        EXPECT_FALSE(view.hasFocus());
+        QCursor::setPos(view.viewport()->mapToGlobal(view.viewport()->rect().center()));
+        EXPECT_EQ(pressSpace(), TOOL_HAND);
+        EXPECT_TRUE(view.hasFocus());
+    }
+    Frame().UpdateCommandUi();
+    QTest::keyClick(&view, Qt::Key_F6);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_F6); // the button of the tool at hand: the key presses it
+    EXPECT_EQ(pressSpace(), TOOL_BRUSH);
+    EXPECT_FALSE(view.hasFocus());
 }
 
 TEST_F(CToolBarTest, EachToolShowsItsBarAndNoneIsHigherOrTooWideForASmallScreen)
