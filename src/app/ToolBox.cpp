@@ -70,6 +70,7 @@ CToolBox::CToolBox(std::function<CommandState(int)> query, QWidget* pParent)
         });
         connect(pButton, &CToolBoxButton::HoldReleased, this, [this, nIndex](QPoint ptScreen) { OnReleased(nIndex, ptScreen); });
         connect(pButton, &CToolBoxButton::MenuRequested, this, [this, nIndex] { OpenMenu(nIndex); });
+        connect(pButton, &CToolBoxButton::ArrowPressed, this, [this, nIndex](int nKey) { MoveFocus(nIndex, nKey); });
         m_slots.push_back({pButton, row.nCommand, row.nGroupResource});
         ShowCommand(m_slots.back());
     }
@@ -166,6 +167,18 @@ void CToolBox::OpenMenu(int nIndex)
         });
     }
     pMenu->popup(slot.pButton->mapToGlobal(QPoint(slot.pButton->width() + 1, 0)));
+}
+
+/// To the next button in that direction that can be pressed; at the end of the row or column it stays.
+void CToolBox::MoveFocus(int nIndex, int nKey)
+{
+    const int nRow = nKey == Qt::Key_Down || nKey == Qt::Key_Up ? m_nColumns : 1;
+    const int nStep = nKey == Qt::Key_Down || nKey == Qt::Key_Right ? nRow : -nRow;
+    do
+        nIndex += nStep;
+    while (nIndex >= 0 && nIndex < ButtonCount() && !Button(nIndex)->isEnabled());
+    if (nIndex >= 0 && nIndex < ButtonCount())
+        Button(nIndex)->setFocus(Qt::ShortcutFocusReason);
 }
 
 void CToolBox::LoadState(const CProfile& profile)

@@ -66,6 +66,7 @@ private:
     void OpenPopup(int nIndex);
     void OnReleased(int nIndex, QPoint ptScreen);
     void OpenMenu(int nIndex);
+    void MoveFocus(int nIndex, int nKey);
 
     std::function<CommandState(int)> m_query;
     QWidget* m_pPanel;

@@ -71,10 +71,8 @@ void CToolBoxButton::keyPressEvent(QKeyEvent* pEvent)
     const int nKey = pEvent->key();
     if (m_bGroup && nKey == Qt::Key_Down && pEvent->modifiers() & Qt::AltModifier)
         Q_EMIT MenuRequested();
-    else if (nKey == Qt::Key_Down || nKey == Qt::Key_Right)
-        focusNextChild();
-    else if (nKey == Qt::Key_Up || nKey == Qt::Key_Left)
-        focusPreviousChild();
+    else if (nKey == Qt::Key_Down || nKey == Qt::Key_Right || nKey == Qt::Key_Up || nKey == Qt::Key_Left)
+        Q_EMIT ArrowPressed(nKey);
     else if (nKey == Qt::Key_Return || nKey == Qt::Key_Enter)
         click();
     else

@@ -24,6 +24,8 @@ Q_SIGNALS:
     void HoldReleased(QPoint ptScreen);
     /// A right click, the menu key or Alt+Down.
     void MenuRequested();
+    /// One of the four arrow keys.
+    void ArrowPressed(int nKey);
 
 protected:
     void mousePressEvent(QMouseEvent* pEvent) override;

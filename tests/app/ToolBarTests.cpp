@@ -270,6 +270,14 @@ TEST_F(CToolBarTest, TheKeyboardGoesRoundThePanesAndComesBack)
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
     EXPECT_EQ(g_nCurrentTool, TOOL_STAMP) << "the next button down";
+    CToolBox& box = Frame().ToolBox();
+    box.FitHeight(100);
+    ASSERT_EQ(box.Columns(), 2);
+    box.Button(1)->setFocus();
+    for (const auto& [nKey, nButton] : {std::pair{Qt::Key_Down, 5}, {Qt::Key_Left, 4}, {Qt::Key_Up, 2}, {Qt::Key_Right, 4}}) {
+        QTest::keyClick(QApplication::focusWidget(), nKey); // button 3 waits for a float: it is passed over
+        EXPECT_EQ(QApplication::focusWidget(), box.Button(nButton)) << nButton;
+    }
 }
 
 TEST_F(CToolBarTest, WhatIsPutAwayStaysAwayOverARestartUntilTheReset)
