@@ -10,6 +10,8 @@
 #include <QLineEdit>
 #include <QStackedWidget>
 
+#include <algorithm>
+
 namespace kestrune {
 
 namespace {
@@ -49,7 +51,7 @@ COptionBar::COptionBar(QWidget* pParent)
     setWindowTitle(QStringLiteral("&Option Bar"));
     setMovable(false);
     setFloatable(false);
-    setFixedHeight(c_nHeight);
+    setFixedHeight(std::max(c_nHeight, fontMetrics().height() + 12));
     setAttribute(Qt::WA_InputMethodEnabled, false);
 
     auto* pRow = new QWidget(this);
@@ -113,16 +115,17 @@ void COptionBar::OrderTabs()
 }
 
 /// A long row of options takes the place of the zoom box's label, whose percent sign says as much, and in a narrow window that of
-/// the check box's text too, which its tip repeats.
+/// the check box's text too, which its tip repeats. With a large font the zoom box goes last: the status bar shows the zoom as well.
 void COptionBar::FitLabel()
 {
     const QString strFollow = Text(IDS_FRAME_FOLLOWS_ZOOM);
     m_pFollow->setText(strFollow);
     const int nPage = m_pPages->currentWidget()->sizeHint().width();
-    const int nRest = width() - m_pZoom->width() - m_pFollow->sizeHint().width() - c_nPanelSpace;
-    m_pZoomLabel->setVisible(nPage <= nRest - m_pZoomLabel->sizeHint().width());
-    if (nPage > nRest)
+    const int nWithoutLabel = width() - m_pZoom->width() - m_pFollow->sizeHint().width() - c_nPanelSpace;
+    m_pZoomLabel->setVisible(nPage <= nWithoutLabel - m_pZoomLabel->sizeHint().width());
+    if (nPage > nWithoutLabel)
         m_pFollow->setText({});
+    m_pZoom->setVisible(nPage <= width() - m_pZoom->width() - m_pFollow->sizeHint().width() - c_nPanelSpace);
 }
 
 void COptionBar::resizeEvent(QResizeEvent* pEvent)

@@ -148,6 +148,27 @@ TEST_F(CToolBarTest, EachToolShowsItsBarAndNoneIsHigherOrTooWideForASmallScreen)
     }
 }
 
+TEST_F(CToolBarTest, TheLongestBarsAreWholeInALargeFontOnASmallScreen)
+{
+    const QFont before = qApp->font();
+    QFont font = before;
+    font.setPointSize(13);
+    qApp->setFont(font);
+    Restart();
+    NewPicture();
+    Frame().resize(1024, 700);
+    for (const int nTool : {TOOL_BRUSH, TOOL_GRADIENT, TOOL_DODGE, TOOL_RECT_SELECT}) {
+        const ToolRow& row = *FindToolRow(nTool);
+        Choose(row.nCommand);
+        QCoreApplication::processEvents();
+        const QWidget* pPage = Frame().OptionPages().PageOf(row, row.nCommand);
+        EXPECT_LE(pPage->sizeHint().width(), pPage->width()) << row.strClass;
+        EXPECT_EQ(Frame().width(), 1024) << row.strClass;
+    }
+    EXPECT_TRUE(Frame().OptionBar().findChild<QWidget*>(QStringLiteral("ZoomBox"))->isVisible()) << "it comes back where there is room";
+    qApp->setFont(before);
+}
+
 TEST_F(CToolBarTest, SettingsAndTheFloatsChoiceReachTheirReaders)
 {
     CPaintView& view = NewPicture().GetView();

@@ -29,8 +29,14 @@ namespace {
 constexpr int c_nLabelSpace = 4;
 constexpr int c_nControlSpace = 8;
 constexpr int c_nIcon = 20;
-constexpr int c_nHeight = 24;
+constexpr int c_nHeight = 24; ///< of the controls, but for a very large font
+constexpr int c_nTextFrame = 4;
 constexpr int c_nEditFrame = 12;
+
+int HeightFor(const QWidget& widget)
+{
+    return std::max(c_nHeight, widget.fontMetrics().height() + c_nTextFrame);
+}
 
 QString Utf8(std::string_view text)
 {
@@ -168,7 +174,7 @@ CNumEdit* COptionPage::MakeEdit(int nUnit, int nMin, int nMax, int nDefault)
     pEdit->SetUnit(nUnit);
     pEdit->SetRange(static_cast<float>(nMin), static_cast<float>(nMax));
     pEdit->SetDefault(static_cast<float>(nDefault));
-    pEdit->setFixedHeight(c_nHeight);
+    pEdit->setFixedHeight(HeightFor(*pEdit));
     const QString strWidest = QString::fromStdString(FormatNumber(static_cast<float>(nMax), 0, nUnit));
     const QFontMetrics metrics = pEdit->fontMetrics();
     pEdit->setFixedWidth(std::max(metrics.horizontalAdvance(strWidest), 4 * metrics.horizontalAdvance(u'0')) + c_nEditFrame);
@@ -185,7 +191,7 @@ void COptionPage::PutEdit(Entry& entry, CNumEdit* pEdit)
     Put(entry, pEdit);
     if (entry.pRow->kind != OptionControl::Size) {
         auto* pArrow = new CPopupArrow(pEdit, this);
-        pArrow->setFixedHeight(c_nHeight);
+        pArrow->setFixedHeight(HeightFor(*pEdit));
         entry.pPanel->layout()->addWidget(pArrow);
     }
 }
@@ -242,7 +248,7 @@ void COptionPage::AddList(Entry& entry)
     for (const OptionItem& item : entry.pRow->items)
         pCombo->addItem(Utf8(item.text));
     pCombo->setMaxVisibleItems(BLEND_COUNT);
-    pCombo->setFixedHeight(c_nHeight);
+    pCombo->setFixedHeight(HeightFor(*pCombo));
     pCombo->setFocusPolicy(Qt::TabFocus); // a click leaves the keyboard with the picture
     pCombo->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     const ToolOption option = entry.pRow->option;
