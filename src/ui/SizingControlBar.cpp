@@ -202,6 +202,14 @@ void CSizingControlBar::resizeEvent(QResizeEvent* pEvent)
         *pSize = pEvent->size();
 }
 
+/// What the dock area has given it is the size to come back to, also where nobody has changed it since.
+void CSizingControlBar::showEvent(QShowEvent* pEvent)
+{
+    QDockWidget::showEvent(pEvent);
+    if (QSize* pSize = isFloating() ? nullptr : SizeOfPlace())
+        *pSize = size();
+}
+
 void CSizingControlBar::OnTopLevelChanged(bool bFloating)
 {
     if (!bFloating)

@@ -366,10 +366,16 @@ TEST_F(CToolBarTest, AFloatingBoxIsOneOfThePanesAndHoldsItsContentsWhole)
     Frame().show();
     Choose(1006);
     CSizingControlBar* pBox = Frame().FrameBars().Bar(BAR_BRUSH_LIB);
+    const int nDocked = pBox->height();
     pBox->setFloating(true);
     QCoreApplication::processEvents();
     EXPECT_GE(pBox->height(), pBox->widget()->layout()->minimumSize().height()) << "the size at creation is too small for its rows";
     EXPECT_GE(pBox->width(), pBox->widget()->layout()->minimumSize().width());
+
+    pBox->setFloating(false);
+    QCoreApplication::processEvents();
+    EXPECT_NEAR(pBox->height(), nDocked, 8) << "it comes back to the size that it left";
+    pBox->setFloating(true);
 
     const auto enterBox = [&] {
         pBox->activateWindow();
