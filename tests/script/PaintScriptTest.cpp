@@ -38,9 +38,34 @@ constexpr StrokeRow c_aStrokes[] = {
     {"smudge", 1017, "11 60 0 1", 0, "option Smudge Pressure 75\n", 0x5FF99DFA},
 };
 
-std::uint32_t SumOf(const QImage& image)
+/// The same on a float that is moved partly out of the picture, soft at its edge and not opaque, and on a picture of 256 colours.
+struct FloatRow {
+    const char* pszTool;
+    int nCommand;
+    const char* pszPicture;
+    const char* pszBrush;
+    bool bFloat;
+    const char* pszBefore;
+    std::uint32_t nSum; ///< of the picture, the float and its mask
+};
+
+constexpr FloatRow c_aFloatStrokes[] = {
+    {"brush", 1006, "a.png", "9 70 110 3", true,
+     "option \"Paint Brush\" Opacity 90\noption \"Paint Brush\" Pressure 9\noption \"Paint Brush\" \"P Mode\" 6\ntexture t.png\npattern p.png 50\n",
+     0xCA00B7DE},
+    {"eraser", 1007, "a.png", "8 40 20 2", true, "option Eraser Opacity 60\noption Eraser Hard 1\n", 0x6588C227},
+    {"airbrush", 1008, "a.png", "8 20 0 1", true, "option \"Air Brush\" Opacity 80\noption \"Air Brush\" Mode 1\ntexture t.png\n", 0x33BBD05E},
+    {"smudge", 1017, "a.png", "7 60 30 1", true, "option Smudge Pressure 70\n", 0x477ADFDE},
+    {"stamp", 1009, "a.png", "7.7 90 45 1", true, "option Stamp Opacity 70\noption Stamp Mode 8\ncommand 1009\npress 30 40 ctrl\nrelease 30 40\n", 0xF51A9E2E},
+    {"sharpen", 1014, "a.png", "9 80 0 1", true, "option ConvolveB Pressure 60\n", 0x954DB373},
+    {"pencil", 1005, "i.png", "6.3 40 30 2", false, "option Pencil Mode 12\ntexture t.png\npattern p.png 40\n", 0xCBAF085A},
+    {"brush", 1006, "i.png", "9 30 0 1", false, "option \"Paint Brush\" Fade 0\noption \"Paint Brush\" \"P Mode\" 14\ntexture t.png\n", 0x96833352},
+    {"airbrush", 1008, "i.png", "8 20 0 1", false, "option \"Air Brush\" Mode 5\n", 0x6AE3F9AF},
+    {"burn", 1016, "i.png", "9 30 0 1", true, "option Dodge \"P Mode\" 10\noption Dodge \"D Mode\" 0\n", 0xF805164E},
+};
+
+std::uint32_t SumOf(const QImage& image, std::uint32_t n = 2166136261u)
 {
-    std::uint32_t n = 2166136261u;
     for (int y = 0; y < image.height(); y++)
         for (int x = 0; x < image.width(); x++) {
             const QRgb cr = image.pixel(x, y);
@@ -57,6 +82,12 @@ protected:
         Save("a.png", 80, 60, [](int x, int y) { return qRgb(x * 3, y * 4, (x * 7 + y * 11) & 255); });
         Save("t.png", 7, 5, [](int x, int y) { const int n = (x * 40 + y * 25) & 255; return qRgb(n, n, n); });
         Save("p.png", 9, 11, [](int x, int y) { return qRgb(x * 20, 255 - y * 20, 128); });
+        QImage indexed(80, 60, QImage::Format_Indexed8);
+        for (int i = 0; i < 256; i++)
+            indexed.setColor(i, qRgb(i, 255 - i, i * 53 & 255));
+        for (int i = 0; i < 80 * 60; i++)
+            indexed.setPixel(i % 80, i / 80, (i % 80 * 3 + i / 80 * 5) & 255);
+        EXPECT_TRUE(indexed.save(Path("i.png")));
         Save("black.png", 3, 3, [](int, int) { return qRgb(0, 0, 0); });
     }
     void Save(const char* pszName, int nWidth, int nHeight, const std::function<QRgb(int, int)>& color) const
@@ -113,6 +144,35 @@ TEST_F(CPaintScriptTest, EveryToolGivesTheBytesOfTheReference)
         EXPECT_EQ(Picture("base.ppm"), Picture("out.ppm")) << row.pszTool;
         EXPECT_EQ(Picture("undone.ppm"), Picture("a.png")) << row.pszTool;
     }
+}
+
+TEST_F(CPaintScriptTest, FloatsAndPicturesOfFewColoursGiveTheBytesOfTheReference)
+{
+    for (const FloatRow& row : c_aFloatStrokes) {
+        QString strScript = QString("open %1\nforeground 200 30 90\nbackground 10 240 60\nbrushnew %2\n").arg(row.pszPicture, row.pszBrush);
+        if (row.bFloat)
+            strScript += "option Floater Feather 3\ncommand 1001\npress 10 8\nrelease 60 45\ncommand 1002\npress 30 30\nrelease 10 39\n"
+                         "option Floater Opacity 70\n";
+        strScript += QString("%1command %2\npress -5 -5\nmove 40 30\nmove 90 22\nrelease 10 66\ndump image out.ppm\n").arg(row.pszBefore).arg(row.nCommand);
+        if (row.bFloat)
+            strScript += "dump float float.ppm\ndump floatmask mask.pgm\n";
+        Output(strScript);
+        std::uint32_t nSum = SumOf(Picture("out.ppm"));
+        if (row.bFloat)
+            nSum = SumOf(Picture("mask.pgm"), SumOf(Picture("float.ppm"), nSum));
+        EXPECT_EQ(nSum, row.nSum) << row.pszTool << " " << row.pszPicture;
+    }
+}
+
+TEST_F(CPaintScriptTest, EveryModeGivesTheBytesOfTheReference)
+{
+    QString strScript = "open a.png\nbrushnew 9 60 0 1\ncommand 1005\noption Pencil Opacity 85\n";
+    for (int nMode = 0; nMode < 16; nMode++) {
+        strScript += QString("foreground %1 %2 %3\n").arg(nMode * 37 & 255).arg(255 - nMode * 11).arg(nMode * 83 & 255);
+        strScript += QString("option Pencil Mode %1\npress %2 5\nrelease %3 55\n").arg(nMode).arg(nMode * 5).arg(79 - nMode * 5);
+    }
+    Output(strScript + "dump image out.ppm\n");
+    EXPECT_EQ(SumOf(Picture("out.ppm")), 0xF54A42C6);
 }
 
 TEST_F(CPaintScriptTest, EachStrokeIsOneRowOfTheHistory)
