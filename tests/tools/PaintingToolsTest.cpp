@@ -1,6 +1,7 @@
 #include "base/Messages.h"
 #include "doc/PaintImage.h"
 #include "resources/PaintSources.h"
+#include "tools/StampTool.h"
 #include "tools/ToolOptions.h"
 #include "tools/ToolRegistry.h"
 #include "tools/ToolTable.h"
@@ -259,13 +260,16 @@ TEST_F(PaintingToolsTest, TheAirBrushFlowsWhileTheMouseRestsButNotOnAFloat)
 TEST_F(PaintingToolsTest, TheStampAsksForASourceAndBeginsThereWithEveryStroke)
 {
     CTextSink sink;
-    // Another test of the process may have set a source already: then there is nothing to refuse.
+    CStampTool fresh(TOOL_STAMP); // the program's own one may have a source from another test
     const int nBefore = Records();
-    Click(TOOL_STAMP, {50, 50});
-    if (!sink.m_strText.empty()) {
-        EXPECT_THAT(sink.m_strText, testing::StartsWith("복사될 이미지 영역을"));
-        EXPECT_EQ(Records(), nBefore);
-    }
+    fresh.OnLButtonDown(m_view, MK_LBUTTON, {50, 50});
+    EXPECT_THAT(sink.m_strText, testing::StartsWith("복사될 이미지 영역을"));
+    EXPECT_FALSE(m_view.HasCapture()) << "the message has the mouse";
+    fresh.OnMouseMove(m_view, MK_LBUTTON, {60, 50});
+    fresh.OnLButtonUp(m_view, 0, {60, 50});
+    EXPECT_EQ(Records(), nBefore);
+    EXPECT_TRUE(m_view.m_overlay.aLines.empty()) << "no marker without a source";
+    sink.m_strText.clear();
     Click(TOOL_PENCIL, {20, 20});
     const int nRecords = Records();
     Click(TOOL_STAMP, {20, 20}, MK_LBUTTON | MK_CONTROL);
@@ -278,6 +282,7 @@ TEST_F(PaintingToolsTest, TheStampAsksForASourceAndBeginsThereWithEveryStroke)
         EXPECT_EQ(At(60, y), 0xFFFFFFu) << "and moves along with it";
         Release(TOOL_STAMP, {60, y});
     }
+    EXPECT_EQ(sink.m_strText, "");
     Click(TOOL_STAMP, {80, 70}, MK_LBUTTON | MK_CONTROL | MK_SHIFT); // other flags paint
     EXPECT_EQ(At(80, 70), g_crForeground);
 }
