@@ -130,8 +130,14 @@ bool CAccelerators::eventFilter(QObject* pWatched, QEvent* pEvent)
     if (!pWatched->isWidgetType() || QApplication::activePopupWidget() || QApplication::activeModalWidget())
         return false;
     const auto* pWidget = static_cast<QWidget*>(pWatched);
-    if (!IsOurs(pWidget) || QGuiApplication::mouseButtons() != Qt::NoButton)
+    if (!IsOurs(pWidget))
         return false;
+    if (QGuiApplication::mouseButtons() != Qt::NoButton) {
+        if (type != QEvent::ShortcutOverride)
+            return false;
+        pEvent->accept(); // a stroke is under way: the key is the tool's, and drops no menu over it
+        return true;
+    }
 
     if (type == QEvent::InputMethod) {
         const auto* pInput = static_cast<QInputMethodEvent*>(pEvent);

@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QSpinBox>
 #include <QTest>
+#include <QWindow>
 #include <QVBoxLayout>
 
 #include <gtest/gtest.h>
@@ -116,6 +117,23 @@ TEST_F(AcceleratorWindow, CanvasTakesLettersAndCommittedJamo)
     commit(*m_pEdit, QStringLiteral("ㅔ"));
     EXPECT_EQ(m_ran, (std::vector<int>{c_nBrush, 1005}));
     EXPECT_EQ(m_pEdit->text(), QStringLiteral("ㅔ"));
+}
+
+TEST_F(AcceleratorWindow, AHeldMouseButtonKeepsMenusAndCommandsAway)
+{
+    const auto overrides = [&] {
+        QKeyEvent event(QEvent::ShortcutOverride, Qt::Key_F, Qt::AltModifier);
+        event.ignore();
+        QApplication::sendEvent(m_pCanvas, &event);
+        return event.isAccepted();
+    };
+    EXPECT_FALSE(overrides()) << "the menu's own key";
+    QTest::mousePress(m_frame.windowHandle(), Qt::LeftButton, {}, m_pCanvas->geometry().center());
+    EXPECT_TRUE(overrides());
+    QTest::keyClick(m_pCanvas, Qt::Key_B);
+    EXPECT_TRUE(m_ran.empty());
+    QTest::mouseRelease(m_frame.windowHandle(), Qt::LeftButton, {}, m_pCanvas->geometry().center());
+    EXPECT_FALSE(overrides());
 }
 
 TEST_F(AcceleratorWindow, OtherWindowsAreLeftAlone)
