@@ -11,7 +11,7 @@
 namespace kestrune {
 
 namespace {
-constexpr int c_nZoomOne = 10;
+constexpr int c_nZoomOne = 10; // and where it begins, for a brush that fits
 constexpr int c_nZoomStep = 2;
 constexpr int c_nZoomMin = 4;
 constexpr int c_nZoomMax = 100;
@@ -22,7 +22,10 @@ CBrushZoomView::CBrushZoomView(SoftMask mask, QWidget* pParent)
     , m_mask(std::move(mask))
     , m_image(m_mask.nWidth, m_mask.nHeight, QImage::Format_Grayscale8)
 {
-    setMinimumSize(sizeHint());
+    const QSize szPane = sizeHint();
+    while (m_nZoom > c_nZoomMin && (m_mask.nWidth * Zoom() > szPane.width() || m_mask.nHeight * Zoom() > szPane.height()))
+        m_nZoom -= c_nZoomStep; // a large brush is seen whole at first
+    setMinimumSize(szPane);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     setCursor(Qt::OpenHandCursor);
     setAccessibleName(TextOf(IDS_BRUSH_PREVIEW));

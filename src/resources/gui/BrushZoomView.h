@@ -11,7 +11,7 @@
 namespace kestrune {
 
 /// The brush under the curve, black on white, in a pane that zooms in steps of 0.2 from 0.4 to 10. A press brings the zoom back to
-/// 1; a drag moves the brush in the pane.
+/// 1; a drag moves the brush in the pane. It begins at 1, or below for a brush that is larger than the pane.
 class CBrushZoomView : public QWidget {
     Q_OBJECT
 public:

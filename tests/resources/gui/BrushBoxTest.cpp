@@ -355,4 +355,9 @@ TEST(BrushDialogs, TheCurveIsBentByHand)
     for (const QLabel* pLabel : dialog.findChildren<QLabel*>())
         bShown = bShown || pLabel->text() == "40%";
     EXPECT_TRUE(bShown);
+
+    CDlgBrushCurve large(SoftenBrush(GenerateBrush({100, 50, 0, 1}), 0), CResponseCurve());
+    EXPECT_DOUBLE_EQ(large.Preview().Zoom(), 0.6) << "202 pixels in a pane of 140";
+    QTest::mouseClick(&large.Preview(), Qt::LeftButton);
+    EXPECT_DOUBLE_EQ(large.Preview().Zoom(), 1);
 }
