@@ -56,6 +56,8 @@ CColorBalanceDialog::CColorBalanceDialog(const FilterRow& row, CPaintImage& imag
         ShowRange();
     });
     ShowRange();
+    m_sliders[0]->Edit()->setFocus();
+    m_sliders[0]->Edit()->selectAll();
 }
 
 QLayout* CColorBalanceDialog::BuildRanges()

@@ -50,6 +50,8 @@ CHueSaturationDialog::CHueSaturationDialog(const FilterRow& row, CPaintImage& im
     connect(m_pRange, &QComboBox::currentIndexChanged, this, &CHueSaturationDialog::ShowRange);
     Build(pGrid, CPreviewGeometry::c_nPaneSize);
     ShowRange();
+    m_sliders[0]->Edit()->setFocus();
+    m_sliders[0]->Edit()->selectAll();
 }
 
 std::array<double, 7>& CHueSaturationDialog::ValuesOf(int iSlider)

@@ -60,6 +60,8 @@ CLevelsDialog::CLevelsDialog(const FilterRow& row, CPaintImage& image, FilterDia
     ConnectControls();
     Build(BuildColumn(), c_nPane);
     ShowChannel();
+    m_edits[0]->setFocus();
+    m_edits[0]->selectAll();
 }
 
 CLevelsDialog::~CLevelsDialog()
