@@ -35,6 +35,9 @@ public:
     virtual void OnMouseLeave(CToolView&) {}
     /// True when a drag is to be told every position the mouse was at, not only the last before each turn of the event loop.
     virtual bool WantsEveryMove() const { return false; }
+    /// True when the second press of a double click is a press like any other: a quick hand that taps a place twice, or taps
+    /// it and draws on from there, means both.
+    virtual bool TakesSecondPress() const { return false; }
     /// The view's zoom or scroll position changed: a tool with something on the overlay sets it anew.
     virtual void OnDrawOverlay(CToolView&) {}
     virtual void OnTimer(CToolView&, int /*nTimer*/) {}

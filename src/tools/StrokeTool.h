@@ -27,6 +27,7 @@ public:
     /// Takes the outline away, which no other tool would.
     void OnDeactivate() override;
     bool WantsEveryMove() const override { return true; }
+    bool TakesSecondPress() const override { return true; }
 
 protected:
     virtual std::unique_ptr<PaintCore> MakeCore(CPaintImage& image) const = 0;

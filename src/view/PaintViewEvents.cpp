@@ -132,8 +132,12 @@ void CPaintView::mouseDoubleClickEvent(QMouseEvent* pEvent)
 {
     if (!GetImage() || pEvent->button() != Qt::LeftButton)
         return;
-    if (CPaintTool* pTool = EventTool())
-        pTool->OnLButtonDblClk(*this, FlagsOf(*pEvent), PointFromViewport(pEvent->position()));
+    CPaintTool* pTool = EventTool();
+    if (!pTool)
+        return;
+    pTool->OnLButtonDblClk(*this, FlagsOf(*pEvent), PointFromViewport(pEvent->position()));
+    if (pTool->TakesSecondPress())
+        mousePressEvent(pEvent);
 }
 
 void CPaintView::mouseMoveEvent(QMouseEvent* pEvent)

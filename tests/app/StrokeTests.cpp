@@ -68,6 +68,18 @@ TEST_F(CStrokeWindowTest, AShortcutTakesTheOutlineOfTheOldToolAwayAndShowsThatOf
     EXPECT_EQ(screen(), pencil) << "the pointer still rests there";
 }
 
+TEST_F(CStrokeWindowTest, AStrokeThatBeginsAsTheSecondPressOfADoubleClickIsDrawn)
+{
+    Press(50, 50);
+    Release(50, 50);
+    QTest::mouseDClick(View().viewport(), Qt::LeftButton, {}, At(50, 50)); // this event alone, in place of a press
+    EXPECT_TRUE(View().IsDragging());
+    Move(120, 50);
+    Release(120, 50);
+    EXPECT_EQ(Image().m_BaseBitmap.GetPixelColor(90, 50), g_crForeground);
+    EXPECT_EQ(Image().m_UndoList.size(), 3u);
+}
+
 TEST_F(CStrokeWindowTest, NoCommandOrShortcutRunsWhileTheButtonIsHeld)
 {
     Press(50, 50);
