@@ -63,18 +63,31 @@ HWY_INLINE V RoundHigh(V product, V bias)
     return hn::Add(hn::ShiftRight<8>(t), t);
 }
 
+/// The same as the low bytes: (t x 257) >> 16 is that very number, and one instruction.
+template <class V>
+HWY_INLINE V RoundLow(V product, V bias)
+{
+    return hn::MulHigh(hn::Add(product, bias), hn::Set(hn::DFromV<V>(), 257));
+}
+
+/// The low bytes of the even words and the high bytes of the odd ones.
+template <class D, class V16>
+HWY_INLINE hn::Vec<D> Join(D d, V16 even, V16 odd)
+{
+    return hn::OddEven(hn::BitCast(d, odd), hn::BitCast(d, even));
+}
+
 template <class D, class V16>
 HWY_INLINE hn::Vec<D> JoinHigh(D d, V16 even, V16 odd)
 {
-    const Words<D> d16;
-    return hn::BitCast(d, hn::Or(hn::ShiftRight<8>(even), hn::And(odd, hn::Set(d16, 0xFF00))));
+    return Join(d, hn::ShiftRight<8>(even), odd);
 }
 
 template <class D, class V>
 HWY_INLINE V Mul255V(D d, V a, V b)
 {
     const auto bias = hn::Set(Words<D>(), 128);
-    return JoinHigh(d, RoundHigh(hn::Mul(Even(d, a), Even(d, b)), bias), RoundHigh(hn::Mul(Odd(d, a), Odd(d, b)), bias));
+    return Join(d, RoundLow(hn::Mul(Even(d, a), Even(d, b)), bias), RoundHigh(hn::Mul(Odd(d, a), Odd(d, b)), bias));
 }
 
 /// c + (s - c) x a with the sign taken out, so that 16 bits suffice. Going down, the plain form's arithmetic shift rounds the
@@ -86,8 +99,8 @@ HWY_INLINE V LerpV(D d, V c, V s, V a)
     const V size = hn::Or(down, hn::SaturatedSub(s, c));
     const auto isDown = hn::Ne(down, hn::Zero(d));
     const V bias = hn::IfThenElse(isDown, hn::Set(d, 127), hn::Set(d, 128));
-    const V step = JoinHigh(d, RoundHigh(hn::Mul(Even(d, size), Even(d, a)), Even(d, bias)),
-                            RoundHigh(hn::Mul(Odd(d, size), Odd(d, a)), Odd(d, bias)));
+    const V step = Join(d, RoundLow(hn::Mul(Even(d, size), Even(d, a)), Even(d, bias)),
+                        RoundHigh(hn::Mul(Odd(d, size), Odd(d, a)), Odd(d, bias)));
     return hn::IfThenElse(isDown, hn::Sub(c, step), hn::Add(c, step));
 }
 
@@ -329,7 +342,8 @@ struct Rows {
     }
 };
 
-/// Rows lie far apart in memory, in pages of their own, where a processor foresees nothing: it is told of the next ones.
+/// Rows lie far apart in memory, in pages of their own, where a processor foresees nothing: it is told of the next ones. Not of the
+/// picture's own: those are written and never read, and wait for nobody.
 template <class Kind>
 HWY_INLINE void Foresee(const DabRun& run, int y)
 {
@@ -342,10 +356,8 @@ HWY_INLINE void Foresee(const DabRun& run, int y)
             x1 = std::min(x1, nFirst);
     }
     constexpr int c_nLine = 64;
-    for (int i = x0 * 3; i < x1 * 3; i += c_nLine) {
+    for (int i = x0 * 3; i < x1 * 3; i += c_nLine)
         __builtin_prefetch(run.pCanvas + y * run.nStride + i);
-        __builtin_prefetch(run.pOut + y * run.nStride + i, 1);
-    }
     for (int i = x0; i < x1; i += c_nLine) {
         if constexpr (!Kind::c_bStacked)
             __builtin_prefetch(run.pCoverage + y * run.nCoverageStride + i, 1);
