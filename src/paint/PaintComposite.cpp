@@ -80,6 +80,8 @@ void PaintCore::PasteDab(DabMask& mask)
     const int nMaskY = std::max((cache.PaddedHeight() >> 1) - static_cast<int>(m_ptCurrent.y), 0);
     if (m_bEraseFloatAlpha && !m_floatCanvas)
         return;
+    if (!m_bIncremental)
+        m_coverage.Reach(m_tile.x, m_tile.x + Reach());
     if (IsHotCase())
         PasteRuns(mask, {nMaskX, nMaskY});
     else
@@ -120,6 +122,12 @@ void PaintCore::FindSpans(DabMask& mask, CPoint ptMask)
         mask.aSteps = m_aSpans;
 }
 
+/// How many columns from the tile's first one on a dab may touch: spans may end behind the tile.
+int PaintCore::Reach() const
+{
+    return std::min(m_tile.nWidth + DabMask::c_nTail, m_nImageWidth - m_tile.x);
+}
+
 /// The coverage under the spans of some rows of the tile, from its first column on.
 std::uint8_t* PaintCore::OpenCoverage(int y, int nRows)
 {
@@ -138,7 +146,7 @@ void PaintCore::PasteRuns(DabMask& mask, CPoint ptMask)
     FindSpans(mask, ptMask);
     DabRun run;
     run.nStride = static_cast<std::ptrdiff_t>(m_canvas.RowBytes());
-    run.nCoverageStride = m_nImageWidth;
+    run.nCoverageStride = m_coverage.Stride();
     run.nMaskStride = nMaskStride;
     run.nOpacity = m_nOpacity;
     run.nDabAlpha = m_nDabAlpha;
@@ -147,7 +155,7 @@ void PaintCore::PasteRuns(DabMask& mask, CPoint ptMask)
     const std::uint8_t* pMask = (m_bIncremental ? MappedMask(mask) : mask.aBytes).data() + ptMask.x;
     CBandStore& picture = m_pImage->m_Bitmap.WriteBands();
     const int nEnd = m_tile.y + m_tile.nHeight;
-    const int nReach = std::min(m_tile.nWidth + DabMask::c_nTail, m_nImageWidth - m_tile.x); // spans may end behind the tile
+    const int nReach = Reach();
     for (int y = m_tile.y; y < nEnd; y += run.nRows) {
         const int j = y - m_tile.y;
         run.nRows = std::min(nEnd, (y / m_canvas.BandRows() + 1) * m_canvas.BandRows()) - y;

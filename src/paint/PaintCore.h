@@ -77,8 +77,6 @@ protected:
     std::uint8_t* MakeInk();
     /// The same for the alphas.
     std::uint8_t* MakeAlpha();
-    /// A brush so narrow that pencil and eraser leave no soft edges.
-    bool IsTinyBrush() const { return m_nBrushWidth < 4; }
     /// A colour as pictures of few colours can show it: the palette's nearest; the colour itself in others.
     static std::uint32_t SnappedColor(std::uint32_t crColor);
     /// Sets the tile's one colour.
@@ -121,6 +119,7 @@ private:
     bool IsHotCase() const;
     void FindSpans(DabMask& mask, CPoint ptMask);
     void PasteRuns(DabMask& mask, CPoint ptMask);
+    int Reach() const;
     std::uint8_t* OpenCoverage(int y, int nRows);
     const std::vector<std::uint8_t>& MappedMask(DabMask& mask);
     void PasteRows(const DabMask& mask, CPoint ptMask);

@@ -46,7 +46,7 @@ struct CPixelSnapshot::Job {
     CRect rc;
     CBandStore before, after;
     std::vector<int> bands; ///< those to compare
-    std::vector<Patch> patches; ///< one for each; empty where the band is to be kept as it is
+    std::vector<Patch> patches; ///< one for each; empty where the band is kept as it is, or did not change
     std::atomic<bool> bDone{false};
     tbb::task_group group;
 };
@@ -82,9 +82,11 @@ CPixelSnapshot::~CPixelSnapshot()
 void CPixelSnapshot::Share(const LBitmapBase& bitmap)
 {
     m_bands = bitmap.Bands();
-    for (int i = 0; i < m_bands.BandCount(); i++)
-        if (m_bands.FirstRow(i) >= m_rc.bottom || m_bands.FirstRow(i + 1) <= m_rc.top)
-            m_bands.DropBand(i);
+    const int nFirst = m_rc.top / m_bands.BandRows(), nLast = (m_rc.bottom - 1) / m_bands.BandRows();
+    for (int i = 0; i < nFirst; i++)
+        m_bands.DropBand(i);
+    for (int i = nLast + 1; i < m_bands.BandCount(); i++)
+        m_bands.DropBand(i);
 }
 
 CPixelSnapshot::Patch CPixelSnapshot::MakePatch(const CBandStore& bands, int y0, int y1, std::size_t nFrom,
@@ -171,8 +173,14 @@ CPixelSnapshot::Patch CPixelSnapshot::Difference(const Job& job, int iBand)
 void CPixelSnapshot::RunJob(Job& job)
 {
     job.patches.reserve(job.bands.size());
-    for (int iBand : job.bands)
+    for (int iBand : job.bands) {
         job.patches.push_back(Difference(job, iBand));
+        const Patch& patch = job.patches.back();
+        const bool bKeepBand = !patch.bytes && patch.y1 > patch.y0;
+        if (!bKeepBand)
+            job.before.DropBand(iBand); // here, where nobody waits for the heap to take it back
+    }
+    job.after = {};
     job.bDone = true;
 }
 
@@ -194,7 +202,7 @@ void CPixelSnapshot::StartThinning(const LBitmapBase& after)
     if (pJob->bands.empty())
         return;
     pJob->rc = m_rc;
-    pJob->before = m_bands;
+    pJob->before = std::move(m_bands); // until it is done; everybody waits for that who wants them
     pJob->after = after.Bands();
     m_pJob = std::move(pJob);
     if (m_pJob->bands.size() <= c_nBandsAtOnce)
@@ -209,14 +217,10 @@ void CPixelSnapshot::FinishThinning(bool bWait)
     if (!m_pJob || (!bWait && !m_pJob->bDone))
         return;
     m_pJob->group.wait();
-    for (std::size_t i = 0; i < m_pJob->patches.size(); i++) {
-        Patch& patch = m_pJob->patches[i];
-        const bool bKeepBand = !patch.bytes && patch.y1 > patch.y0;
-        if (!bKeepBand)
-            m_bands.DropBand(m_pJob->bands[i]);
+    m_bands = std::move(m_pJob->before);
+    for (Patch& patch : m_pJob->patches)
         if (patch.bytes)
             m_patches.push_back(std::move(patch));
-    }
     m_pJob.reset();
 }
 

@@ -153,14 +153,15 @@ protected:
     }
 
     /// One stroke on one picture, everything by chance; both ways, compared after every event.
-    void Run(unsigned nSeed, NaiveStroke::Kind kind)
+    void Run(unsigned nSeed, NaiveStroke::Kind kind, bool bWide = false)
     {
         SCOPED_TRACE(testing::Message() << "seed " << nSeed << " kind " << kind);
         CRandomSource random(nSeed);
         CPaintImage image;
         OpacitySite site;
         image.SetSite(&site);
-        const int w = random.Chance(15) ? random(1, 8) : random(20, 140), h = random.Chance(15) ? random(1, 8) : random(20, 140);
+        const int w = bWide ? random(1000, 6000) : random.Chance(15) ? random(1, 8) : random(20, 140);
+        const int h = random.Chance(15) ? random(1, 8) : random(20, bWide ? 40 : 140);
         image.Create(w, h, FILL_WHITE, random.Chance(75) ? COLOR_RGB : random(0, 1));
         image.Activate();
         Scribble(image, random);
@@ -221,6 +222,15 @@ TEST_F(PaintCoreTest, EveryToolOnRandomPicturesGivesTheBytesOfThePlainForm)
     for (unsigned nSeed = 1; nSeed <= 120 && !HasFailure(); nSeed++)
         for (int kind = NaiveStroke::Pencil; kind <= NaiveStroke::Smudge && !HasFailure(); kind++)
             Run(nSeed * 16 + kind, static_cast<NaiveStroke::Kind>(kind));
+    EXPECT_GT(m_nChanged, m_nStrokes * 6 / 10) << "the strokes by chance hardly paint: what is compared says little";
+}
+
+/// Strokes that begin on some columns of a long row and run on to both sides.
+TEST_F(PaintCoreTest, EveryToolOnWidePicturesGivesTheBytesOfThePlainForm)
+{
+    for (unsigned nSeed = 9000; nSeed < 9012 && !HasFailure(); nSeed++)
+        for (int kind = NaiveStroke::Pencil; kind <= NaiveStroke::Smudge && !HasFailure(); kind++)
+            Run(nSeed * 16 + kind, static_cast<NaiveStroke::Kind>(kind), true);
     EXPECT_GT(m_nChanged, m_nStrokes * 6 / 10) << "the strokes by chance hardly paint: what is compared says little";
 }
 
