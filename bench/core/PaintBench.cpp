@@ -244,7 +244,7 @@ void RegisterPress()
     };
     Register({"paint: press and first dab, 100 megapixels, against copying them", 0.05, [=] { large->Press(); }, copy, atRest});
     // One tool serves both pictures, so the stroke on the one ends before that on the other begins.
-    Register({"paint: press and first dab, 100 megapixels, against 1 megapixel", 2, [=] { large->Press(); }, [=] { small->Press(); }, atRest, atRest});
+    Register({"paint: press and first dab, 100 megapixels, against 1 megapixel", 2.5, [=] { large->Press(); }, [=] { small->Press(); }, atRest, atRest});
     Register({"paint: release, 100 megapixels, against copying them", 0.05, [=] { large->Release(); }, copy, [=] {
                   atRest();
                   large->Line();

@@ -26,6 +26,12 @@ CoverageMap::~CoverageMap()
         munmap(m_pBytes, m_nBytes);
 }
 
+void CoverageMap::UseLargePages()
+{
+    if (m_pBytes)
+        madvise(m_pBytes, m_nBytes, MADV_HUGEPAGE); // a system without them goes on as before
+}
+
 void CoverageMap::Swap(CoverageMap& other) noexcept
 {
     std::swap(m_pBytes, other.m_pBytes);

@@ -22,6 +22,10 @@ public:
         return *this;
     }
 
+    /// For a map of which much will be touched: the system may hand out pages of megabytes from now on, which spares the processor
+    /// looking up thousands of small ones, but makes the first touch of each a longer wait.
+    void UseLargePages();
+
     std::uint8_t* Row(int y) const { return m_pBytes + static_cast<std::size_t>(y) * m_nWidth; }
     int Width() const { return m_nWidth; }
 

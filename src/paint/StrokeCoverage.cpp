@@ -8,6 +8,7 @@ namespace kestrune {
 
 namespace {
 constexpr int c_nLeastStride = 1024;
+constexpr std::size_t c_nManyPages = 256; ///< a stroke of so many is a long one, no dab of a press
 constexpr std::size_t c_nMostKept = 16 << 20; ///< bytes; what a longer stroke has touched goes back to the system
 } // namespace
 
@@ -92,7 +93,8 @@ void StrokeCoverage::Touch(std::size_t iPage)
     if (nState == PAGE_UNTOUCHED) {
         // A page that is read before it is written is handed out twice, first as the one of zeros that all share.
         *static_cast<volatile std::uint8_t*>(m_block.bytes.Row(0) + iPage * c_nPage) = 0;
-        m_block.nTouched++;
+        if (++m_block.nTouched == c_nManyPages)
+            m_block.bytes.UseLargePages();
     }
     nState = PAGE_DIRTY;
     m_aDirty.push_back(iPage);
