@@ -82,7 +82,8 @@ void StrokeCoverage::Spread(int x0, int x1)
             const std::size_t nColumn = n % nOldStride;
             nCount = std::min(nEnd - n, nOldStride - nColumn);
             const int x = nOldFirst + static_cast<int>(nColumn);
-            std::memcpy(Open(static_cast<int>(n / nOldStride), x, x + static_cast<int>(nCount)), aSaved.data() + (n - aOld[i] * c_nPage) + i * c_nPage, nCount);
+            std::uint8_t* pTo = Open(static_cast<int>(n / nOldStride), x, x + static_cast<int>(nCount));
+            std::memcpy(pTo, aSaved.data() + i * c_nPage + n % c_nPage, nCount);
         }
     }
 }
